@@ -1,0 +1,38 @@
+# Warnings as errors on every compiler, sanitizers for the native build, static Windows runtime.
+
+function(tc_target_options target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Werror -Wno-missing-field-initializers)
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  if(WIN32)
+    # UNICODE, NOMINMAX and WIN32_LEAN_AND_MEAN come from src/platform/win32/WinApi.h only.
+    target_compile_definitions(${target} PUBLIC _WIN32_WINNT=0x0601)
+  endif()
+endfunction()
+
+if(TC_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(WIN32)
+  add_link_options(-static -static-libgcc -static-libstdc++)
+endif()
+
+# A subsystem library from the .cpp files of a folder; an interface library while the folder has none.
+function(tc_add_library name)
+  cmake_parse_arguments(ARG "" "" "GLOB;DEPS" ${ARGN})
+  set(sources "")
+  foreach(pattern IN LISTS ARG_GLOB)
+    file(GLOB found CONFIGURE_DEPENDS ${pattern})
+    list(APPEND sources ${found})
+  endforeach()
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    tc_target_options(${name})
+    target_link_libraries(${name} PUBLIC ${ARG_DEPS})
+  else()
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name} INTERFACE ${ARG_DEPS})
+  endif()
+endfunction()

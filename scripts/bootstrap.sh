@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Installs the build and test toolchain from Debian packages when a tool is missing.
+# Idempotent and silent when everything is present.
+set -euo pipefail
+
+need=()
+check() { command -v "$1" >/dev/null 2>&1 || need+=("$2"); }
+check cmake cmake
+check ninja ninja-build
+check g++ g++
+check clang++ clang
+check x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64
+check i686-w64-mingw32-g++-posix g++-mingw-w64-i686
+check x86_64-w64-mingw32-widl mingw-w64-tools
+check wine wine
+check xvfb-run xvfb
+check xauth xauth
+[ -d /usr/src/googletest ] || need+=(googletest)
+[ -x /usr/lib/wine/wine64 ] || need+=(wine64)
+# libFuzzer and the sanitizer runtimes for clang
+ls /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a >/dev/null 2>&1 || need+=(libclang-rt-14-dev)
+
+[ ${#need[@]} -eq 0 ] && exit 0
+
+echo "bootstrap: installing ${need[*]}" >&2
+SUDO=""
+[ "$(id -u)" -eq 0 ] || SUDO="sudo"
+# A failed index that the install does not need is common here: judge by the tools afterwards.
+$SUDO apt-get update -qq >/dev/null 2>&1 || true
+DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "${need[@]}" >/dev/null 2>&1 || true
+
+missing=()
+for t in cmake ninja clang++ x86_64-w64-mingw32-g++-posix i686-w64-mingw32-g++-posix wine xvfb-run; do
+  command -v "$t" >/dev/null 2>&1 || missing+=("$t")
+done
+[ -d /usr/src/googletest ] || missing+=(googletest)
+if [ ${#missing[@]} -ne 0 ]; then
+  echo "bootstrap: still missing after install: ${missing[*]}" >&2
+  exit 1
+fi
