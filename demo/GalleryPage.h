@@ -1,0 +1,47 @@
+// GalleryPage: one page of the gallery window, and the registration that adds a page from one .cpp file.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/win32/WinApi.h"
+
+// A page either creates child windows inside `area` of `parent` (Create, torn down by Destroy
+// or with the parent) or paints itself (Paint), or both. Pages are made when shown.
+//
+// To add a page, in demo/MyPage.cpp:
+//     class MyPage : public GalleryPage { ... };
+//     TC_GALLERY_PAGE(MyPage, 20, L"My controls")
+// The order number sorts the page list; the first page is shown at start.
+class GalleryPage {
+public:
+    virtual ~GalleryPage() = default;
+    virtual void Create(HWND parent, const RECT& area) {
+        (void)parent;
+        (void)area;
+    }
+    virtual void Paint(HDC hdc, const RECT& area) {
+        (void)hdc;
+        (void)area;
+    }
+};
+
+using GalleryPageFactory = std::unique_ptr<GalleryPage> (*)();
+
+struct GalleryPageEntry {
+    int order = 0;
+    std::wstring title;
+    GalleryPageFactory make = nullptr;
+};
+
+// Called from static initialisers; returns true so that it can initialise a constant.
+bool RegisterGalleryPage(int order, const wchar_t* title, GalleryPageFactory make);
+// All registered pages, sorted by order.
+const std::vector<GalleryPageEntry>& GalleryPages();
+
+#define TC_GALLERY_PAGE(PageClass, order, title)                                                  \
+    namespace {                                                                                  \
+    const bool registered_##PageClass = RegisterGalleryPage(                                     \
+        order, title, []() -> std::unique_ptr<GalleryPage> { return std::make_unique<PageClass>(); }); \
+    }
