@@ -1,0 +1,343 @@
+// Tests of the subclassing engine's order, table and rollback against a recorded fake window system.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "common/CtlError.h"
+#include "frame/portable/SubclassEngine.h"
+
+using namespace plumbing;
+
+namespace {
+
+constexpr uint32_t kPaint = 15;
+constexpr uint32_t kKeyDown = 256;
+constexpr ProcAddress kOriginalProc = 0x1000;
+constexpr ProcAddress kEngineProc = 0x2000;
+constexpr intptr_t kPreviousResult = 42;
+
+struct FakeClient {
+    std::string name;
+    bool stop = false;
+    intptr_t setReturn = 0;  // written to lReturn when not 0
+};
+
+// Records every call in one list so that order across clients and the previous procedure shows.
+class FakeWindows final : public WindowSystem {
+public:
+    std::set<WindowKey> windows;
+    std::set<WindowKey> foreign;
+    std::vector<std::pair<WindowKey, ProcAddress>> procs;  // current procedure per window
+    bool refuseHook = false;
+    std::vector<std::string> log;
+
+    WindowKey Create(WindowKey key) {
+        windows.insert(key);
+        procs.emplace_back(key, kOriginalProc + key);
+        return key;
+    }
+    ProcAddress& Proc(WindowKey key) {
+        for (auto& [window, proc] : procs) {
+            if (window == key) return proc;
+        }
+        throw std::logic_error("no such window");
+    }
+
+    bool IsWindow(WindowKey window) override { return windows.count(window) != 0; }
+    bool IsOwnProcess(WindowKey window) override { return foreign.count(window) == 0; }
+    ProcAddress InstallHook(WindowKey window) override {
+        if (refuseHook) return 0;
+        const ProcAddress old = Proc(window);
+        Proc(window) = kEngineProc;
+        return old;
+    }
+    void RestoreProc(WindowKey window, ProcAddress previous) override { Proc(window) = previous; }
+    intptr_t CallProc(ProcAddress proc, WindowKey window, uint32_t message, uintptr_t, intptr_t) override {
+        log.push_back("prev:" + std::to_string(message) + (proc == kOriginalProc + window ? "" : "?wrong-proc"));
+        return kPreviousResult;
+    }
+    void CallClient(void* client, bool bBefore, bool& bStopMsg, intptr_t& lReturn, WindowKey, uint32_t, uintptr_t,
+                    intptr_t) noexcept override {
+        FakeClient* const fake = static_cast<FakeClient*>(client);
+        log.push_back(fake->name + (bBefore ? "+" : "-"));
+        if (fake->stop) bStopMsg = true;
+        if (fake->setReturn != 0) lReturn = fake->setReturn;
+    }
+};
+
+std::string joined(const std::vector<std::string>& items) {
+    std::string out;
+    for (const std::string& item : items) out += (out.empty() ? "" : " ") + item;
+    return out;
+}
+
+int32_t plumbingNumber(int32_t n) { return static_cast<int32_t>(static_cast<uint32_t>(n) | 0x80040000u); }
+
+template <class Call>
+int32_t errorNumberOf(Call&& call) {
+    try {
+        call();
+    } catch (const CtlError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+}  // namespace
+
+// Clients are listed in attachment order; "+" is bBefore true, "-" false; the walk runs from the
+// last attached down to the first, and the first alone decides when the previous procedure runs.
+TEST(SubclassEngine, DispatchOrderFollowsTheFirstClient) {
+    struct Attach {
+        const char* name;
+        int32_t response;
+        bool stop;
+        intptr_t setReturn;
+    };
+    struct Case {
+        const char* what;
+        std::vector<Attach> clients;
+        const char* expected;
+        intptr_t result;
+    };
+    const std::vector<Case> cases = {
+        {"two before-clients", {{"A", 9, false, 0}, {"B", 9, false, 0}}, "B+ A+ prev:256", kPreviousResult},
+        {"after then before", {{"A", 10, false, 0}, {"B", 9, false, 0}}, "B+ prev:256 A-", kPreviousResult},
+        {"before then after", {{"A", 9, false, 0}, {"B", 10, false, 0}}, "B+ A+ prev:256", kPreviousResult},
+        {"later client stops", {{"A", 9, false, 0}, {"B", 9, true, 7}}, "B+ A-", 7},
+        {"stop does not end the walk", {{"A", 9, false, 0}, {"B", 9, true, 0}, {"C", 9, false, 0}}, "C+ B+ A-", 0},
+        {"instead-of first", {{"A", 11, false, 0}, {"B", 9, false, 0}}, "B+ A+", 0},
+        {"instead-of client sets the result", {{"A", 11, false, 5}}, "A+", 5},
+        {"two after-clients", {{"A", 10, false, 0}, {"B", 10, false, 0}}, "B+ prev:256 A-", kPreviousResult},
+        {"after-client overrides result", {{"A", 10, false, 9}}, "prev:256 A-", 9},
+        {"stop before an after-client", {{"A", 10, false, 0}, {"B", 9, true, 0}}, "B+ A-", 0},
+        {"single before-client", {{"A", 9, false, 0}}, "A+ prev:256", kPreviousResult},
+    };
+    for (const Case& c : cases) {
+        FakeWindows system;
+        SubclassEngine engine(system);
+        const WindowKey window = system.Create(1);
+        std::vector<FakeClient> clients;
+        clients.reserve(c.clients.size());
+        for (const Attach& a : c.clients) clients.push_back({a.name, a.stop, a.setReturn});
+        for (size_t i = 0; i < clients.size(); ++i) engine.AttachClient(&clients[i], window, kKeyDown, c.clients[i].response);
+
+        const intptr_t result = engine.Dispatch(window, kKeyDown, 0, 0);
+        EXPECT_EQ(joined(system.log), c.expected) << c.what;
+        EXPECT_EQ(result, c.result) << c.what;
+    }
+}
+
+TEST(SubclassEngine, MessagesWithoutClientsGoStraightToThePreviousProc) {
+    FakeWindows system;
+    SubclassEngine engine(system);
+    const WindowKey window = system.Create(1);
+    FakeClient a{"A"};
+    engine.AttachClient(&a, window, kPaint, kResponseBefore);
+    EXPECT_EQ(system.Proc(window), kEngineProc);
+
+    EXPECT_EQ(engine.Dispatch(window, kKeyDown, 0, 0), kPreviousResult);
+    EXPECT_EQ(joined(system.log), "prev:256");
+    // A window the engine does not hold answers 0 and calls nobody.
+    system.log.clear();
+    EXPECT_EQ(engine.Dispatch(99, kPaint, 0, 0), 0);
+    EXPECT_TRUE(system.log.empty());
+    EXPECT_EQ(engine.CallPreviousWindowProc(99, kPaint, 0, 0), 0);
+    EXPECT_EQ(engine.CallPreviousWindowProc(window, kPaint, 0, 0), kPreviousResult);
+}
+
+TEST(SubclassEngine, DetachingTheMiddleClientKeepsOrderAndResponses) {
+    FakeWindows system;
+    SubclassEngine engine(system);
+    const WindowKey window = system.Create(1);
+    FakeClient a{"A"}, b{"B"}, c{"C"};
+    engine.AttachClient(&a, window, kKeyDown, kResponseAfter);
+    engine.AttachClient(&b, window, kKeyDown, kResponseBefore);
+    engine.AttachClient(&c, window, kKeyDown, kResponseInsteadOf);
+    engine.DetachClient(&b, window, kKeyDown);
+
+    const SubclassTable& table = engine.Table();
+    EXPECT_EQ(table.MessageClientCount(window, kKeyDown), 2);
+    EXPECT_EQ(table.MessageClient(window, kKeyDown, 1), &a);
+    EXPECT_EQ(table.MessageClientResponse(window, kKeyDown, 1), kResponseAfter);
+    EXPECT_EQ(table.MessageClient(window, kKeyDown, 2), &c);
+    EXPECT_EQ(table.MessageClientResponse(window, kKeyDown, 2), kResponseInsteadOf);
+    EXPECT_EQ(table.MessageClient(window, kKeyDown, 3), nullptr);
+    EXPECT_EQ(table.MessageClientResponse(window, kKeyDown, 3), 0);
+    EXPECT_EQ(table.WindowClientCount(window), 2);
+
+    engine.Dispatch(window, kKeyDown, 0, 0);
+    EXPECT_EQ(joined(system.log), "C+ prev:256 A-");
+
+    // Detaching a client that is not there, or from a message it never had, changes nothing.
+    engine.DetachClient(&b, window, kKeyDown);
+    engine.DetachClient(&a, window, kPaint);
+    EXPECT_EQ(table.ItemCount(window), 7u);  // window count, previous, message count, 2 x (client, response)
+
+    // The last detachment restores the procedure and leaves nothing behind.
+    engine.DetachClient(&a, window, kKeyDown);
+    EXPECT_EQ(system.Proc(window), kEngineProc);
+    engine.DetachClient(&c, window, kKeyDown);
+    EXPECT_EQ(system.Proc(window), kOriginalProc + window);
+    EXPECT_EQ(table.WindowCount(), 0u);
+}
+
+TEST(SubclassEngine, AttachRefusalsRaiseTheirNumbersAndChangeNothing) {
+    FakeWindows system;
+    SubclassEngine engine(system);
+    const WindowKey window = system.Create(1);
+    const WindowKey external = system.Create(2);
+    system.foreign.insert(external);
+    FakeClient a{"A"}, b{"B"};
+    engine.AttachClient(&a, window, kKeyDown, kResponseBefore);
+    engine.AttachClient(&a, window, kPaint, kResponseBefore);  // another message is fine
+    EXPECT_EQ(engine.Table().WindowClientCount(window), 2);
+    const size_t items = engine.Table().ItemCount(window);
+
+    struct Case {
+        const char* what;
+        WindowKey window;
+        FakeClient* client;
+        int32_t response;
+        int32_t number;
+    };
+    const Case cases[] = {
+        {"same client twice", window, &a, kResponseAfter, plumbingNumber(13082)},
+        {"no such window", 77, &b, kResponseBefore, plumbingNumber(13083)},
+        {"other process", external, &b, kResponseBefore, plumbingNumber(13084)},
+        {"response 0", window, &b, 0, 5},
+        {"no client", window, nullptr, kResponseBefore, 5},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(errorNumberOf([&] { engine.AttachClient(c.client, c.window, kKeyDown, c.response); }), c.number)
+            << c.what;
+        EXPECT_EQ(engine.Table().ItemCount(window), items) << c.what;
+        EXPECT_EQ(engine.Table().MessageClientCount(window, kKeyDown), 1) << c.what;
+        EXPECT_EQ(engine.Table().WindowCount(), 1u) << c.what;
+    }
+    try {
+        engine.AttachClient(&a, window, kKeyDown, kResponseBefore);
+        ADD_FAILURE() << "second attachment accepted";
+    } catch (const CtlError& error) {
+        EXPECT_EQ(error.Source(), u"TarnwickControls30.WindowProc");
+        EXPECT_EQ(error.Description(), u"Message already handled by another class");
+    }
+
+    // A window whose procedure cannot be replaced: 13081, and no trace of the attempt.
+    const WindowKey stubborn = system.Create(3);
+    system.refuseHook = true;
+    EXPECT_EQ(errorNumberOf([&] { engine.AttachClient(&b, stubborn, kPaint, kResponseBefore); }), plumbingNumber(13081));
+    EXPECT_EQ(engine.Table().ItemCount(stubborn), 0u);
+    EXPECT_EQ(engine.Table().WindowCount(), 1u);
+}
+
+// Fails each write of an attachment in turn: every failure raises 5 and leaves the table and the
+// window's procedure exactly as before the call.
+TEST(SubclassEngine, EveryPartialAttachmentIsRolledBack) {
+    for (const bool firstOnWindow : {true, false}) {
+        for (int32_t failing = 1;; ++failing) {
+            FakeWindows system;
+            SubclassEngine engine(system);
+            const WindowKey window = system.Create(1);
+            FakeClient a{"A"}, b{"B"};
+            if (!firstOnWindow) engine.AttachClient(&a, window, kKeyDown, kResponseBefore);
+            const size_t items = engine.Table().ItemCount(window);
+            const ProcAddress proc = system.Proc(window);
+
+            engine.Table().FailWriteNumber(failing);
+            const int32_t number = errorNumberOf([&] { engine.AttachClient(&b, window, kKeyDown, kResponseAfter); });
+            engine.Table().FailWriteNumber(0);
+            if (number == 0) {
+                // Past the last write: the attachment went through.
+                EXPECT_GT(failing, 3) << "too few writes seen";
+                EXPECT_EQ(engine.Table().MessageClient(window, kKeyDown, firstOnWindow ? 1 : 2), &b);
+                break;
+            }
+            EXPECT_EQ(number, 5) << "write " << failing;
+            EXPECT_EQ(engine.Table().ItemCount(window), items) << "write " << failing << " first " << firstOnWindow;
+            EXPECT_EQ(system.Proc(window), proc) << "write " << failing << " first " << firstOnWindow;
+            EXPECT_EQ(engine.Table().MessageClient(window, kKeyDown, firstOnWindow ? 1 : 2), nullptr);
+            ASSERT_LT(failing, 20);
+        }
+    }
+}
+
+TEST(SubclassEngine, DestroyReleasesWindowsWhoseClientsDidNotAskForIt) {
+    FakeWindows system;
+    SubclassEngine engine(system);
+    const WindowKey window = system.Create(1);
+    FakeClient a{"A"}, b{"B"};
+    engine.AttachClient(&a, window, kPaint, kResponseBefore);
+    engine.AttachClient(&b, window, kPaint, kResponseAfter);
+
+    EXPECT_EQ(engine.Dispatch(window, kMessageDestroy, 0, 0), kPreviousResult);
+    EXPECT_EQ(joined(system.log), "prev:2");
+    EXPECT_EQ(system.Proc(window), kOriginalProc + window);
+    EXPECT_EQ(engine.Table().ItemCount(window), 0u);
+    EXPECT_EQ(engine.Table().WindowCount(), 0u);
+
+    // A client of WM_DESTROY is responsible for itself: no release, and it is called.
+    const WindowKey second = system.Create(2);
+    engine.AttachClient(&a, second, kMessageDestroy, kResponseBefore);
+    system.log.clear();
+    engine.Dispatch(second, kMessageDestroy, 0, 0);
+    EXPECT_EQ(joined(system.log), "A+ prev:2");
+    EXPECT_EQ(system.Proc(second), kEngineProc);
+    EXPECT_EQ(engine.Table().WindowClientCount(second), 1);
+
+    // When it never detaches, the last message of the window still clears the dead handle.
+    system.log.clear();
+    engine.Dispatch(second, kMessageNcDestroy, 0, 0);
+    EXPECT_EQ(joined(system.log), "prev:130");
+    EXPECT_EQ(engine.Table().WindowCount(), 0u);
+}
+
+TEST(SubclassEngine, DetachOnADestroyedWindowDoesNothing) {
+    FakeWindows system;
+    SubclassEngine engine(system);
+    const WindowKey window = system.Create(1);
+    FakeClient a{"A"};
+    engine.AttachClient(&a, window, kMessageDestroy, kResponseBefore);
+    system.windows.erase(window);
+    engine.DetachClient(&a, window, kMessageDestroy);
+    EXPECT_EQ(engine.Table().MessageClient(window, kMessageDestroy, 1), &a);
+    EXPECT_EQ(engine.Table().WindowClientCount(window), 1);
+}
+
+TEST(SubclassEngine, ClientsMayDetachWhileTheyRun) {
+    // A client that detaches itself and its neighbour mid-walk: the walk reads the table afresh,
+    // skips the emptied entries and still delivers the message to the previous procedure.
+    struct Detacher final : WindowSystem {
+        FakeWindows inner;
+        SubclassEngine* engine = nullptr;
+        FakeClient* victim = nullptr;
+        bool IsWindow(WindowKey w) override { return inner.IsWindow(w); }
+        bool IsOwnProcess(WindowKey w) override { return inner.IsOwnProcess(w); }
+        ProcAddress InstallHook(WindowKey w) override { return inner.InstallHook(w); }
+        void RestoreProc(WindowKey w, ProcAddress p) override { inner.RestoreProc(w, p); }
+        intptr_t CallProc(ProcAddress p, WindowKey w, uint32_t m, uintptr_t wp, intptr_t lp) override {
+            return inner.CallProc(p, w, m, wp, lp);
+        }
+        void CallClient(void* client, bool before, bool& stop, intptr_t& ret, WindowKey w, uint32_t m, uintptr_t wp,
+                        intptr_t lp) noexcept override {
+            inner.CallClient(client, before, stop, ret, w, m, wp, lp);
+            if (static_cast<FakeClient*>(client)->name == "C") {
+                engine->DetachClient(client, w, m);
+                engine->DetachClient(victim, w, m);
+            }
+        }
+    } system;
+    SubclassEngine engine(system);
+    system.engine = &engine;
+    const WindowKey window = system.inner.Create(1);
+    FakeClient a{"A"}, b{"B"}, c{"C"};
+    system.victim = &b;
+    engine.AttachClient(&a, window, kKeyDown, kResponseBefore);
+    engine.AttachClient(&b, window, kKeyDown, kResponseBefore);
+    engine.AttachClient(&c, window, kKeyDown, kResponseBefore);
+    engine.Dispatch(window, kKeyDown, 0, 0);
+    EXPECT_EQ(joined(system.inner.log), "C+ A+ prev:256");
+    EXPECT_EQ(engine.Table().MessageClientCount(window, kKeyDown), 1);
+}
