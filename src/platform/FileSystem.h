@@ -72,7 +72,7 @@ public:
                      uint32_t disposition, uint32_t attributes);
 
     bool IsOpen() const noexcept;
-    // The platform handle as a number (the HANDLE value, or the descriptor); 0 when closed.
+    // The platform handle as a number; 0 when closed, never 0 or -1 when open.
     intptr_t NativeValue() const noexcept;
 
     // Read up to count bytes; transferred is what arrived (0 at the end of the file).
@@ -165,8 +165,9 @@ struct SystemTime {
 bool ToSystemTime(uint64_t fileTime, SystemTime& result);
 bool ToLocalFileTime(uint64_t fileTime, uint64_t& localFileTime);
 
-// The path separator of file names that the layer hands out ('\\' on Windows, '/' on POSIX);
-// the POSIX layer also accepts '\\' in every path it is given.
-char16_t NativeSeparator() noexcept;
+// Paths that the layer hands out use '\\' on every host, so the library's path arithmetic holds
+// there too; the POSIX layer maps '\\' to '/' (and drops a leading \\?\ prefix) in every path it takes.
+// LibraryPath turns a path from elsewhere on the host (a module path, say) into that form.
+std::u16string LibraryPath(const std::u16string& hostPath);
 
 }  // namespace platform
