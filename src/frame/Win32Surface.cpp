@@ -1,0 +1,602 @@
+#include "frame/Win32Surface.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "frame/MaskRegion.h"
+#include "frame/ScaleUnits.h"
+#include "graphics/modCommonDraw.h"
+
+namespace {
+
+// Surfaces alive on this thread, for access keys; windows belong to the thread that made them.
+thread_local std::vector<Win32Surface*> t_liveSurfaces;
+
+HINSTANCE moduleInstance() noexcept { return ::GetModuleHandleW(nullptr); }
+
+bool registerSurfaceClass() noexcept {
+    static const bool registered = [] {
+        WNDCLASSEXW windowClass{};
+        windowClass.cbSize = sizeof(windowClass);
+        // CS_OWNDC: hDC stays the same DC, with its font and text colour, for the window's life.
+        windowClass.style = CS_OWNDC | CS_DBLCLKS;
+        windowClass.lpfnWndProc = ::DefWindowProcW;
+        windowClass.hInstance = moduleInstance();
+        windowClass.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+        windowClass.lpszClassName = Win32Surface::WindowClassName();
+        return ::RegisterClassExW(&windowClass) != 0 || ::GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+    }();
+    return registered;
+}
+
+int16_t shiftFromKeys(WPARAM keys) noexcept {
+    int16_t shift = 0;
+    if ((keys & MK_SHIFT) != 0) shift |= 1;
+    if ((keys & MK_CONTROL) != 0) shift |= 2;
+    if (::GetKeyState(VK_MENU) < 0) shift |= 4;
+    return shift;
+}
+
+int16_t currentShift() noexcept {
+    int16_t shift = 0;
+    if (::GetKeyState(VK_SHIFT) < 0) shift |= 1;
+    if (::GetKeyState(VK_CONTROL) < 0) shift |= 2;
+    if (::GetKeyState(VK_MENU) < 0) shift |= 4;
+    return shift;
+}
+
+int16_t buttonsFromKeys(WPARAM keys) noexcept {
+    int16_t buttons = 0;
+    if ((keys & MK_LBUTTON) != 0) buttons |= 1;
+    if ((keys & MK_RBUTTON) != 0) buttons |= 2;
+    if ((keys & MK_MBUTTON) != 0) buttons |= 4;
+    return buttons;
+}
+
+// The system cursors behind the pointer values 1..15.
+LPCWSTR cursorFor(int16_t pointer) noexcept {
+    switch (pointer) {
+        case 1: return IDC_ARROW;
+        case 2: return IDC_CROSS;
+        case 3: return IDC_IBEAM;
+        case 4: return IDC_ICON;
+        case 5: return IDC_SIZEALL;
+        case 6: return IDC_SIZENESW;
+        case 7: return IDC_SIZENS;
+        case 8: return IDC_SIZENWSE;
+        case 9: return IDC_SIZEWE;
+        case 10: return IDC_UPARROW;
+        case 11: return IDC_WAIT;
+        case 12: return IDC_NO;
+        case 13: return IDC_APPSTARTING;
+        case 14: return IDC_HELP;
+        case 15: return IDC_SIZEALL;
+        default: return nullptr;
+    }
+}
+
+wchar_t upperCase(wchar_t ch) noexcept {
+    wchar_t buffer[2] = {ch, L'\0'};
+    ::CharUpperBuffW(buffer, 1);
+    return buffer[0];
+}
+
+}  // namespace
+
+// ---- WindowExtender ----
+
+float Win32Surface::WindowExtender::Left() const {
+    RECT r{};
+    const HWND hwnd = m_surface.hWnd();
+    if (hwnd == nullptr || !::GetWindowRect(hwnd, &r)) return 0.0F;
+    ::MapWindowPoints(HWND_DESKTOP, ::GetParent(hwnd), reinterpret_cast<POINT*>(&r), 2);
+    return m_surface.ScaleX(static_cast<float>(r.left), kScalePixels, kScaleTwips);
+}
+
+void Win32Surface::WindowExtender::Left(float value) {
+    const HWND hwnd = m_surface.hWnd();
+    if (hwnd == nullptr) return;
+    RECT r{};
+    ::GetWindowRect(hwnd, &r);
+    ::MapWindowPoints(HWND_DESKTOP, ::GetParent(hwnd), reinterpret_cast<POINT*>(&r), 2);
+    const int x = static_cast<int>(std::lround(m_surface.ScaleX(value, kScaleTwips, kScalePixels)));
+    ::SetWindowPos(hwnd, nullptr, x, r.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+float Win32Surface::WindowExtender::Top() const {
+    RECT r{};
+    const HWND hwnd = m_surface.hWnd();
+    if (hwnd == nullptr || !::GetWindowRect(hwnd, &r)) return 0.0F;
+    ::MapWindowPoints(HWND_DESKTOP, ::GetParent(hwnd), reinterpret_cast<POINT*>(&r), 2);
+    return m_surface.ScaleY(static_cast<float>(r.top), kScalePixels, kScaleTwips);
+}
+
+void Win32Surface::WindowExtender::Top(float value) {
+    const HWND hwnd = m_surface.hWnd();
+    if (hwnd == nullptr) return;
+    RECT r{};
+    ::GetWindowRect(hwnd, &r);
+    ::MapWindowPoints(HWND_DESKTOP, ::GetParent(hwnd), reinterpret_cast<POINT*>(&r), 2);
+    const int y = static_cast<int>(std::lround(m_surface.ScaleY(value, kScaleTwips, kScalePixels)));
+    ::SetWindowPos(hwnd, nullptr, r.left, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// ---- life ----
+
+Win32Surface::Win32Surface(HWND parent, int32_t x, int32_t y, int32_t width, int32_t height, bool autoRedraw)
+    : m_bAutoRedraw(autoRedraw) {
+    const auto ambientFont = m_defaultAmbient.Font();
+    m_font = ambientFont ? ambientFont->Clone() : std::make_shared<StdFont>();
+    if (!registerSurfaceClass()) return;
+    const HWND hwnd = ::CreateWindowExW(0, WindowClassName(), L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, x, y,
+                                        width, height, parent, nullptr, moduleInstance(), nullptr);
+    if (hwnd == nullptr) return;
+    m_hWnd = hwnd;
+    ::SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    ::SetWindowLongPtrW(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Win32Surface::windowProc));
+    // An own DC stays valid after ReleaseDC, which keeps the DC count of a leak check honest.
+    m_hOwnDC = ::GetDC(hwnd);
+    ::ReleaseDC(hwnd, m_hOwnDC);
+    if (m_hOwnDC != nullptr) {
+        ::SetBkMode(m_hOwnDC, TRANSPARENT);
+        ::SetTextColor(m_hOwnDC, static_cast<COLORREF>(ConvertOLEColor(m_lForeColor)));
+    }
+    if (m_bAutoRedraw) recreateBackingBitmap();
+    applyFont();
+    t_liveSurfaces.push_back(this);
+}
+
+Win32Surface::~Win32Surface() {
+    m_client = nullptr;
+    if (m_hWnd != nullptr) ::DestroyWindow(m_hWnd);
+    onDestroy();  // also when the parent destroyed the window first
+    std::erase(t_liveSurfaces, this);
+}
+
+void Win32Surface::onDestroy() {
+    if (m_dropTarget != nullptr) {
+        if (m_hWnd != nullptr) ::RevokeDragDrop(m_hWnd);
+        m_dropTarget->Detach();
+        m_dropTarget->Release();
+        m_dropTarget = nullptr;
+    }
+    if (m_hOwnDC != nullptr && m_hOwnOldFont != nullptr) ::SelectObject(m_hOwnDC, m_hOwnOldFont);
+    m_hOwnOldFont = nullptr;
+    m_hOwnDC = nullptr;
+    if (m_hBackDC != nullptr) {
+        if (m_hBackOldFont != nullptr) ::SelectObject(m_hBackDC, m_hBackOldFont);
+        if (m_hBackOldBitmap != nullptr) ::SelectObject(m_hBackDC, m_hBackOldBitmap);
+        ::DeleteDC(m_hBackDC);
+    }
+    m_hBackDC = nullptr;
+    m_hBackOldFont = nullptr;
+    m_hBackOldBitmap = nullptr;
+    if (m_hBackBitmap != nullptr) ::DeleteObject(m_hBackBitmap);
+    m_hBackBitmap = nullptr;
+    if (m_hFont != nullptr) ::DeleteObject(m_hFont);
+    m_hFont = nullptr;
+    m_hWnd = nullptr;
+}
+
+// ---- host side ----
+
+void Win32Surface::NotifyAmbientChanged(const CtlString& propertyName) {
+    if (m_client != nullptr) m_client->AmbientChanged(propertyName);
+}
+
+bool Win32Surface::TranslateAccessKey(const MSG& message) {
+    if (message.message != WM_SYSCHAR || message.hwnd == nullptr) return false;
+    const wchar_t key = upperCase(static_cast<wchar_t>(message.wParam));
+    const HWND root = ::GetAncestor(message.hwnd, GA_ROOT);
+    // A copy: a handler may create or destroy surfaces.
+    const std::vector<Win32Surface*> surfaces = t_liveSurfaces;
+    for (Win32Surface* surface : surfaces) {
+        if (surface->m_hWnd == nullptr || surface->m_client == nullptr) continue;
+        if (::GetAncestor(surface->m_hWnd, GA_ROOT) != root || !::IsWindowVisible(surface->m_hWnd)) continue;
+        for (const char16_t candidate : surface->m_sAccessKeys) {
+            if (upperCase(static_cast<wchar_t>(candidate)) != key) continue;
+            int16_t keyAscii = static_cast<int16_t>(message.wParam);
+            surface->m_client->AccessKeyPress(keyAscii);
+            return true;
+        }
+    }
+    return false;
+}
+
+// ---- ControlSurface ----
+
+HDC Win32Surface::hDC() const { return m_bAutoRedraw && m_hBackDC != nullptr ? m_hBackDC : m_hOwnDC; }
+
+float Win32Surface::ScaleWidth() const {
+    RECT r{};
+    if (m_hWnd == nullptr || !::GetClientRect(m_hWnd, &r)) return 0.0F;
+    return static_cast<float>(r.right - r.left);
+}
+
+float Win32Surface::ScaleHeight() const {
+    RECT r{};
+    if (m_hWnd == nullptr || !::GetClientRect(m_hWnd, &r)) return 0.0F;
+    return static_cast<float>(r.bottom - r.top);
+}
+
+int32_t Win32Surface::pixelsPerInch(bool vertical) const {
+    const HDC screen = ::GetDC(nullptr);
+    int dpi = 96;
+    if (screen != nullptr) {
+        dpi = ::GetDeviceCaps(screen, vertical ? LOGPIXELSY : LOGPIXELSX);
+        ::ReleaseDC(nullptr, screen);
+    }
+    return dpi > 0 ? dpi : 96;
+}
+
+float Win32Surface::ScaleX(float value, int16_t fromMode, int16_t toMode) const {
+    return ConvertScaleUnits(value, fromMode, toMode, false, pixelsPerInch(false));
+}
+
+float Win32Surface::ScaleY(float value, int16_t fromMode, int16_t toMode) const {
+    return ConvertScaleUnits(value, fromMode, toMode, true, pixelsPerInch(true));
+}
+
+void Win32Surface::Size(float width, float height) {
+    if (m_hWnd == nullptr) return;
+    const int w = static_cast<int>(std::lround(ScaleX(width, kScaleTwips, kScalePixels)));
+    const int h = static_cast<int>(std::lround(ScaleY(height, kScaleTwips, kScalePixels)));
+    ::SetWindowPos(m_hWnd, nullptr, 0, 0, std::max(w, 0), std::max(h, 0),
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Win32Surface::Refresh() {
+    if (m_hWnd == nullptr) return;
+    ::InvalidateRect(m_hWnd, nullptr, FALSE);
+    ::UpdateWindow(m_hWnd);
+}
+
+bool Win32Surface::Enabled() const { return m_hWnd != nullptr && ::IsWindowEnabled(m_hWnd) != FALSE; }
+
+void Win32Surface::Enabled(bool value) {
+    if (m_hWnd != nullptr) ::EnableWindow(m_hWnd, value ? TRUE : FALSE);
+}
+
+void Win32Surface::ForeColor(int32_t value) {
+    m_lForeColor = value;
+    const COLORREF colour = static_cast<COLORREF>(ConvertOLEColor(value));
+    if (m_hOwnDC != nullptr) ::SetTextColor(m_hOwnDC, colour);
+    if (m_hBackDC != nullptr) ::SetTextColor(m_hBackDC, colour);
+}
+
+void Win32Surface::Font(std::shared_ptr<StdFont> value) {
+    if (!value) return;
+    m_font = std::move(value);
+    applyFont();
+}
+
+void Win32Surface::applyFont() {
+    if (!m_font) return;
+    const HDC screen = ::GetDC(nullptr);
+    int dpi = 96;
+    if (screen != nullptr) {
+        dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
+        ::ReleaseDC(nullptr, screen);
+    }
+    const int points = static_cast<int>(std::lround(m_font->Size()));
+    const HFONT font = ::CreateFontW(-::MulDiv(points, dpi, 72), 0, 0, 0, m_font->Weight(),
+                                     m_font->Italic() ? TRUE : FALSE, m_font->Underline() ? TRUE : FALSE,
+                                     m_font->Strikethrough() ? TRUE : FALSE,
+                                     static_cast<BYTE>(m_font->Charset()), OUT_DEFAULT_PRECIS,
+                                     CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, AsWide(m_font->Name()));
+    if (font == nullptr) return;
+    if (m_hOwnDC != nullptr) {
+        const HGDIOBJ previous = ::SelectObject(m_hOwnDC, font);
+        if (m_hOwnOldFont == nullptr) m_hOwnOldFont = previous;
+    }
+    if (m_hBackDC != nullptr) {
+        const HGDIOBJ previous = ::SelectObject(m_hBackDC, font);
+        if (m_hBackOldFont == nullptr) m_hBackOldFont = previous;
+    }
+    if (m_hFont != nullptr) ::DeleteObject(m_hFont);
+    m_hFont = font;
+}
+
+void Win32Surface::BackStyle(int16_t value) {
+    m_iBackStyle = value;
+    applyRegion();
+}
+
+void Win32Surface::MaskColor(int32_t value) {
+    m_lMaskColor = value;
+    if (m_iBackStyle == 0) applyRegion();
+}
+
+void Win32Surface::MaskPicture(std::shared_ptr<StdPicture> value) {
+    m_maskPicture = std::move(value);
+    if (m_iBackStyle == 0) applyRegion();
+}
+
+void Win32Surface::applyRegion() {
+    if (m_hWnd == nullptr) return;
+    const HRGN current = ::CreateRectRgn(0, 0, 0, 0);
+    const bool hasRegion = current != nullptr && ::GetWindowRgn(m_hWnd, current) != ERROR;
+    if (m_iBackStyle != 0) {
+        if (hasRegion) ::SetWindowRgn(m_hWnd, nullptr, TRUE);
+    } else {
+        const HRGN shape = CreateRegionFromMask(m_maskPicture ? m_maskPicture->Bitmap() : nullptr,
+                                                static_cast<COLORREF>(ConvertOLEColor(m_lMaskColor)));
+        // The shape is rebuilt at every paint of a transparent control; setting an equal region
+        // again would invalidate the window and paint it forever.
+        if (shape != nullptr && hasRegion && ::EqualRgn(shape, current)) {
+            ::DeleteObject(shape);
+        } else if (shape != nullptr && ::SetWindowRgn(m_hWnd, shape, TRUE) == 0) {
+            ::DeleteObject(shape);  // the window owns the region only when the call succeeds
+        }
+    }
+    if (current != nullptr) ::DeleteObject(current);
+}
+
+void Win32Surface::OLEDropMode(int16_t value) {
+    m_iOLEDropMode = value;
+    if (m_hWnd == nullptr) return;
+    if (value == ctlOLEDropManual && m_dropTarget == nullptr) {
+        m_dropTarget = new SurfaceDropTarget(this);
+        // Fails without OleInitialize on the thread; the mode is kept, drops just don't arrive.
+        if (FAILED(::RegisterDragDrop(m_hWnd, m_dropTarget))) {
+            m_dropTarget->Detach();
+            m_dropTarget->Release();
+            m_dropTarget = nullptr;
+        }
+    } else if (value != ctlOLEDropManual && m_dropTarget != nullptr) {
+        ::RevokeDragDrop(m_hWnd);
+        m_dropTarget->Detach();
+        m_dropTarget->Release();
+        m_dropTarget = nullptr;
+    }
+}
+
+void Win32Surface::OLEDrag() {
+    if (m_dragData != nullptr || m_client == nullptr) return;
+    m_dragData = new OleTextDataObject(this);
+    int32_t allowedEffects = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+    {
+        OleDataView view(m_dragData);
+        m_client->OLEStartDrag(view, allowedEffects);
+    }
+    DWORD effect = DROPEFFECT_NONE;
+    if (allowedEffects != DROPEFFECT_NONE) {
+        SurfaceDropSource* source = new SurfaceDropSource(this);
+        if (FAILED(::DoDragDrop(m_dragData, source, static_cast<DWORD>(allowedEffects), &effect))) {
+            effect = DROPEFFECT_NONE;
+        }
+        source->Release();
+    }
+    int32_t completed = static_cast<int32_t>(effect);
+    if (m_client != nullptr) m_client->OLECompleteDrag(completed);
+    m_dragData->Detach();
+    m_dragData->Release();
+    m_dragData = nullptr;
+}
+
+void Win32Surface::PropertyChanged(const CtlString& propertyName) {
+    if (m_propertyChanged) m_propertyChanged(propertyName);
+}
+
+void Win32Surface::recreateBackingBitmap() {
+    RECT r{};
+    if (m_hWnd == nullptr || !::GetClientRect(m_hWnd, &r)) return;
+    const int width = std::max<int>(r.right, 1);
+    const int height = std::max<int>(r.bottom, 1);
+    const HDC screen = ::GetDC(nullptr);
+    if (screen == nullptr) return;
+    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width, height);
+    if (m_hBackDC == nullptr) {
+        m_hBackDC = ::CreateCompatibleDC(screen);
+        if (m_hBackDC != nullptr) {
+            ::SetBkMode(m_hBackDC, TRANSPARENT);
+            ::SetTextColor(m_hBackDC, static_cast<COLORREF>(ConvertOLEColor(m_lForeColor)));
+            if (m_hFont != nullptr) m_hBackOldFont = ::SelectObject(m_hBackDC, m_hFont);
+        }
+    }
+    ::ReleaseDC(nullptr, screen);
+    if (bitmap == nullptr || m_hBackDC == nullptr) {
+        if (bitmap != nullptr) ::DeleteObject(bitmap);
+        return;
+    }
+    // The old picture is kept where it still fits, as a surface that resizes keeps its drawing.
+    const HDC copy = ::CreateCompatibleDC(m_hBackDC);
+    if (copy != nullptr) {
+        const HGDIOBJ previous = ::SelectObject(copy, bitmap);
+        RECT all{0, 0, width, height};
+        ::FillRect(copy, &all, ::GetSysColorBrush(COLOR_BTNFACE));
+        if (m_hBackBitmap != nullptr) ::BitBlt(copy, 0, 0, width, height, m_hBackDC, 0, 0, SRCCOPY);
+        ::SelectObject(copy, previous);
+        ::DeleteDC(copy);
+    }
+    const HGDIOBJ replaced = ::SelectObject(m_hBackDC, bitmap);
+    if (m_hBackOldBitmap == nullptr) m_hBackOldBitmap = replaced;
+    if (m_hBackBitmap != nullptr) ::DeleteObject(m_hBackBitmap);
+    m_hBackBitmap = bitmap;
+}
+
+// ---- messages ----
+
+LRESULT CALLBACK Win32Surface::windowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* self = reinterpret_cast<Win32Surface*>(::GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+    if (self == nullptr || self->m_hWnd != hwnd) return ::DefWindowProcW(hwnd, message, wParam, lParam);
+    // Nothing a control throws may cross into the system's dispatcher.
+    try {
+        return self->handleMessage(message, wParam, lParam);
+    } catch (...) {
+        return ::DefWindowProcW(hwnd, message, wParam, lParam);
+    }
+}
+
+LRESULT Win32Surface::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const HWND hwnd = m_hWnd;
+    switch (message) {
+        case WM_PAINT:
+            onPaint();
+            return 0;
+        case WM_ERASEBKGND:
+            return 1;  // the control paints every pixel; erasing first only flickers
+        case WM_SIZE:
+            onSize();
+            return 0;
+        case WM_SETCURSOR:
+            if (LOWORD(lParam) == HTCLIENT && onSetCursor()) return TRUE;
+            break;
+        case WM_LBUTTONDOWN: case WM_RBUTTONDOWN: case WM_MBUTTONDOWN:
+        case WM_LBUTTONUP: case WM_RBUTTONUP: case WM_MBUTTONUP:
+        case WM_LBUTTONDBLCLK: case WM_RBUTTONDBLCLK: case WM_MBUTTONDBLCLK:
+        case WM_MOUSEMOVE:
+            onMouse(message, wParam, lParam);
+            return 0;
+        case WM_KEYDOWN: case WM_KEYUP: {
+            int16_t keyCode = static_cast<int16_t>(wParam);
+            int16_t shift = currentShift();
+            if (m_client != nullptr) {
+                if (message == WM_KEYDOWN) {
+                    m_client->KeyDown(keyCode, shift);
+                } else {
+                    m_client->KeyUp(keyCode, shift);
+                }
+            }
+            return 0;
+        }
+        case WM_CHAR: {
+            int16_t keyAscii = static_cast<int16_t>(wParam);
+            if (m_client != nullptr) m_client->KeyPress(keyAscii);
+            return 0;
+        }
+        case WM_SETFOCUS:
+            if (m_client != nullptr) m_client->GotFocus();
+            return 0;
+        case WM_KILLFOCUS:
+            if (m_client != nullptr) m_client->LostFocus();
+            return 0;
+        case WM_DESTROY: {
+            const LRESULT result = ::DefWindowProcW(hwnd, message, wParam, lParam);
+            onDestroy();
+            return result;
+        }
+        default:
+            break;
+    }
+    return ::DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+void Win32Surface::onPaint() {
+    PAINTSTRUCT paint{};
+    const HDC target = ::BeginPaint(m_hWnd, &paint);
+    if (target == nullptr) return;
+    if (m_bAutoRedraw && m_hBackDC != nullptr) {
+        const RECT& r = paint.rcPaint;
+        ::BitBlt(target, r.left, r.top, r.right - r.left, r.bottom - r.top, m_hBackDC, r.left, r.top, SRCCOPY);
+    } else if (m_client != nullptr) {
+        // With CS_OWNDC the paint DC is hDC, clipped to what needs painting.
+        m_client->Paint();
+    }
+    ::EndPaint(m_hWnd, &paint);
+}
+
+void Win32Surface::onSize() {
+    if (m_bAutoRedraw) recreateBackingBitmap();
+    if (m_client != nullptr) m_client->Resize();
+}
+
+bool Win32Surface::onSetCursor() {
+    if (m_iMousePointer == 0) return false;
+    HCURSOR cursor = nullptr;
+    if (m_iMousePointer == 99) {
+        if (m_mouseIcon && m_mouseIcon->Type() == StdPicture::kTypeIcon) {
+            cursor = static_cast<HCURSOR>(m_mouseIcon->Handle());
+        }
+    } else if (const LPCWSTR id = cursorFor(m_iMousePointer)) {
+        cursor = ::LoadCursorW(nullptr, id);
+    }
+    if (cursor == nullptr) return false;
+    ::SetCursor(cursor);
+    return true;
+}
+
+void Win32Surface::onMouse(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (m_client == nullptr) return;
+    float x = static_cast<float>(static_cast<int16_t>(LOWORD(lParam)));
+    float y = static_cast<float>(static_cast<int16_t>(HIWORD(lParam)));
+    int16_t shift = shiftFromKeys(wParam);
+    int16_t button = 0;
+    switch (message) {
+        case WM_LBUTTONDOWN: case WM_LBUTTONUP: case WM_LBUTTONDBLCLK: button = 1; break;
+        case WM_RBUTTONDOWN: case WM_RBUTTONUP: case WM_RBUTTONDBLCLK: button = 2; break;
+        case WM_MBUTTONDOWN: case WM_MBUTTONUP: case WM_MBUTTONDBLCLK: button = 4; break;
+        default: break;
+    }
+    SurfaceClient* client = m_client;
+    switch (message) {
+        case WM_MOUSEMOVE: {
+            int16_t buttons = buttonsFromKeys(wParam);
+            client->MouseMove(buttons, shift, x, y);
+            break;
+        }
+        case WM_LBUTTONDOWN: case WM_RBUTTONDOWN: case WM_MBUTTONDOWN:
+            m_iPressedButtons = static_cast<int16_t>(m_iPressedButtons | button);
+            ::SetCapture(m_hWnd);
+            client->MouseDown(button, shift, x, y);
+            break;
+        case WM_LBUTTONDBLCLK: case WM_RBUTTONDBLCLK: case WM_MBUTTONDBLCLK:
+            // The second press of a double click: DblClick instead of MouseDown and Click.
+            m_iPressedButtons = static_cast<int16_t>(m_iPressedButtons | button);
+            m_bDoubleClickPending = true;
+            ::SetCapture(m_hWnd);
+            client->DblClick();
+            break;
+        default: {  // button up
+            const bool wasPressed = (m_iPressedButtons & button) != 0;
+            m_iPressedButtons = static_cast<int16_t>(m_iPressedButtons & ~button);
+            if (m_iPressedButtons == 0 && ::GetCapture() == m_hWnd) ::ReleaseCapture();
+            RECT r{};
+            ::GetClientRect(m_hWnd, &r);
+            const POINT at{static_cast<LONG>(x), static_cast<LONG>(y)};
+            const bool inside = ::PtInRect(&r, at) != FALSE;
+            const bool afterDouble = m_bDoubleClickPending;
+            m_bDoubleClickPending = false;
+            client->MouseUp(button, shift, x, y);
+            if (wasPressed && inside && !afterDouble && m_client != nullptr) m_client->Click();
+            break;
+        }
+    }
+}
+
+// ---- OLE drag and drop ----
+
+void Win32Surface::OnOleDrag(IDataObject* data, DWORD keyState, POINTL screenPoint, DWORD& effect, int16_t state) {
+    if (m_client == nullptr || m_hWnd == nullptr) return;
+    POINT at{screenPoint.x, screenPoint.y};
+    ::ScreenToClient(m_hWnd, &at);
+    OleDataView view(data);
+    int32_t effectValue = static_cast<int32_t>(effect);
+    int16_t button = buttonsFromKeys(keyState);
+    int16_t shift = static_cast<int16_t>(((keyState & MK_SHIFT) != 0 ? 1 : 0) | ((keyState & MK_CONTROL) != 0 ? 2 : 0) |
+                                         ((keyState & MK_ALT) != 0 ? 4 : 0));
+    float x = static_cast<float>(at.x);
+    float y = static_cast<float>(at.y);
+    if (state < 0) {
+        m_client->OLEDragDrop(view, effectValue, button, shift, x, y);
+    } else {
+        int16_t stateValue = state;
+        m_client->OLEDragOver(view, effectValue, button, shift, x, y, stateValue);
+    }
+    effect = static_cast<DWORD>(effectValue);
+}
+
+bool Win32Surface::OnOleFeedback(DWORD effect) {
+    int32_t effectValue = static_cast<int32_t>(effect);
+    bool defaultCursors = true;
+    if (m_client != nullptr) m_client->OLEGiveFeedback(effectValue, defaultCursors);
+    return defaultCursors;
+}
+
+void Win32Surface::OnOleSetData(int16_t format) {
+    if (m_client == nullptr || m_dragData == nullptr) return;
+    OleDataView view(m_dragData);
+    int16_t dataFormat = format;
+    m_client->OLESetData(view, dataFormat);
+}

@@ -1,0 +1,156 @@
+// Win32Surface: a real child window that is a control's surface for C++ hosts, the gallery and tests.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "frame/ControlSurface.h"
+#include "frame/OleDragDrop.h"
+
+// WM_PAINT becomes Paint, mouse and keys become the client's events, AutoRedraw keeps a backing
+// bitmap, BackStyle 0 turns MaskPicture into the window's region, and OLEDropMode 1 registers
+// the window as a drop target. Extender and Ambient default to built-in ones a host can fill
+// (WindowExtender, WindowAmbient) or replace with its own.
+class Win32Surface final : public ControlSurface, private OleDragReceiver {
+public:
+    // Extender of a plain window host: Left and Top in twips (its container has no scale mode).
+    class WindowExtender final : public SurfaceExtender {
+    public:
+        explicit WindowExtender(Win32Surface& surface) noexcept : m_surface(surface) {}
+        CtlString Name() const override { return m_sName; }
+        void Name(CtlString value) { m_sName = std::move(value); }
+        SurfaceContainer* Container() const override { return nullptr; }
+        SurfaceContainer* Parent() const override { return nullptr; }
+        float Left() const override;
+        void Left(float value) override;
+        float Top() const override;
+        void Top(float value) override;
+        bool Default() const override { return m_bDefault; }
+        void Default(bool value) noexcept { m_bDefault = value; }
+        bool Cancel() const override { return m_bCancel; }
+        void Cancel(bool value) noexcept { m_bCancel = value; }
+
+    private:
+        Win32Surface& m_surface;
+        CtlString m_sName;
+        bool m_bDefault = false;
+        bool m_bCancel = false;
+    };
+
+    class WindowAmbient final : public SurfaceAmbient {
+    public:
+        bool UserMode() const override { return m_bUserMode; }
+        std::shared_ptr<StdFont> Font() const override { return m_font; }
+        void UserMode(bool value) noexcept { m_bUserMode = value; }
+        void Font(std::shared_ptr<StdFont> value) { m_font = std::move(value); }
+
+    private:
+        bool m_bUserMode = true;
+        std::shared_ptr<StdFont> m_font = std::make_shared<StdFont>(u"Tahoma", 8.0F);
+    };
+
+    // Creates the window at once (pixels, relative to `parent`). With `autoRedraw` hDC is a backing
+    // bitmap that WM_PAINT copies to the screen.
+    Win32Surface(HWND parent, int32_t x, int32_t y, int32_t width, int32_t height, bool autoRedraw = false);
+    ~Win32Surface() override;
+    // Owns a window: a copy would destroy it twice.
+    Win32Surface(const Win32Surface&) = delete;
+    Win32Surface& operator=(const Win32Surface&) = delete;
+
+    // ---- host side ----
+    WindowExtender& HostExtender() noexcept { return m_defaultExtender; }
+    WindowAmbient& HostAmbient() noexcept { return m_defaultAmbient; }
+    // Replaces the built-in extender or ambient (nullptr restores it). The host keeps ownership.
+    void UseExtender(SurfaceExtender* extender) noexcept { m_extender = extender; }
+    void UseAmbient(SurfaceAmbient* ambient) noexcept { m_ambient = ambient; }
+    // Tells the control that an ambient property changed, as a container does.
+    void NotifyAmbientChanged(const CtlString& propertyName);
+    // Called with each PropertyChanged of the control.
+    void OnPropertyChanged(std::function<void(const CtlString&)> handler) { m_propertyChanged = std::move(handler); }
+    // For a host's message loop: routes Alt+key to the surface whose AccessKeys holds the key
+    // under the same top-level window. True when a surface took it.
+    static bool TranslateAccessKey(const MSG& message);
+    // The window class of every surface.
+    static const wchar_t* WindowClassName() noexcept { return L"TarnwickSurface"; }
+
+    // ---- ControlSurface ----
+    void SetClient(SurfaceClient* client) override { m_client = client; }
+    HWND hWnd() const override { return m_hWnd; }
+    HDC hDC() const override;
+    float ScaleWidth() const override;
+    float ScaleHeight() const override;
+    float ScaleX(float value, int16_t fromMode, int16_t toMode) const override;
+    float ScaleY(float value, int16_t fromMode, int16_t toMode) const override;
+    void Size(float width, float height) override;
+    bool AutoRedraw() const override { return m_bAutoRedraw; }
+    void Refresh() override;
+    bool Enabled() const override;
+    void Enabled(bool value) override;
+    int32_t ForeColor() const override { return m_lForeColor; }
+    void ForeColor(int32_t value) override;
+    std::shared_ptr<StdFont> Font() const override { return m_font; }
+    void Font(std::shared_ptr<StdFont> value) override;
+    int16_t BackStyle() const override { return m_iBackStyle; }
+    void BackStyle(int16_t value) override;
+    void MaskColor(int32_t value) override;
+    void MaskPicture(std::shared_ptr<StdPicture> value) override;
+    CtlString AccessKeys() const override { return m_sAccessKeys; }
+    void AccessKeys(const CtlString& value) override { m_sAccessKeys = value; }
+    int16_t MousePointer() const override { return m_iMousePointer; }
+    void MousePointer(int16_t value) override { m_iMousePointer = value; }
+    std::shared_ptr<StdPicture> MouseIcon() const override { return m_mouseIcon; }
+    void MouseIcon(std::shared_ptr<StdPicture> value) override { m_mouseIcon = std::move(value); }
+    int16_t OLEDropMode() const override { return m_iOLEDropMode; }
+    void OLEDropMode(int16_t value) override;
+    void OLEDrag() override;
+    SurfaceExtender& Extender() override { return m_extender != nullptr ? *m_extender : m_defaultExtender; }
+    SurfaceAmbient& Ambient() override { return m_ambient != nullptr ? *m_ambient : m_defaultAmbient; }
+    void PropertyChanged(const CtlString& propertyName) override;
+
+private:
+    static LRESULT CALLBACK windowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void onPaint();
+    void onSize();
+    void onMouse(UINT message, WPARAM wParam, LPARAM lParam);
+    bool onSetCursor();
+    void onDestroy();
+    void applyFont();
+    void applyRegion();
+    void recreateBackingBitmap();
+    int32_t pixelsPerInch(bool vertical) const;
+
+    void OnOleDrag(IDataObject* data, DWORD keyState, POINTL screenPoint, DWORD& effect, int16_t state) override;
+    bool OnOleFeedback(DWORD effect) override;
+    void OnOleSetData(int16_t format) override;
+
+    HWND m_hWnd = nullptr;
+    HDC m_hOwnDC = nullptr;      // CS_OWNDC: the same DC for the window's life
+    HDC m_hBackDC = nullptr;     // AutoRedraw backing store
+    HBITMAP m_hBackBitmap = nullptr;
+    HGDIOBJ m_hBackOldBitmap = nullptr;
+    HFONT m_hFont = nullptr;     // selected into both DCs
+    HGDIOBJ m_hOwnOldFont = nullptr;
+    HGDIOBJ m_hBackOldFont = nullptr;
+    SurfaceClient* m_client = nullptr;
+    bool m_bAutoRedraw = false;
+    int32_t m_lForeColor = static_cast<int32_t>(0x80000012u);
+    std::shared_ptr<StdFont> m_font;
+    int16_t m_iBackStyle = 1;
+    int32_t m_lMaskColor = 0;
+    std::shared_ptr<StdPicture> m_maskPicture;
+    CtlString m_sAccessKeys;
+    int16_t m_iMousePointer = 0;
+    std::shared_ptr<StdPicture> m_mouseIcon = StdPicture::Empty();
+    int16_t m_iOLEDropMode = 0;
+    SurfaceDropTarget* m_dropTarget = nullptr;
+    OleTextDataObject* m_dragData = nullptr;  // while OLEDrag runs
+    int16_t m_iPressedButtons = 0;            // buttons that went down inside, for Click
+    bool m_bDoubleClickPending = false;       // the up after a double click raises no Click
+    WindowExtender m_defaultExtender{*this};
+    WindowAmbient m_defaultAmbient;
+    SurfaceExtender* m_extender = nullptr;
+    SurfaceAmbient* m_ambient = nullptr;
+    std::function<void(const CtlString&)> m_propertyChanged;
+};
