@@ -1,0 +1,76 @@
+#include "text/modLongPath.h"
+
+#include "common/CtlError.h"
+#include "platform/FileSystem.h"
+#include "platform/SystemInfo.h"
+#include "text/WindowsVersion.h"
+
+namespace {
+
+constexpr char16_t kLongPrefix[] = u"\\\\?\\";
+
+// The same as ufu_NoBackSlash and ufu_OneBackSlash, which cannot raise here: ufu_FilePath has
+// refused forward slashes before it gets this far.
+std::u16string withoutFinalBackSlashes(std::u16string s) {
+    while (!s.empty() && s.back() == u'\\') s.pop_back();
+    return s;
+}
+
+}  // namespace
+
+std::u16string MakeLongPath(const std::u16string& sPath) {
+    if (GetWindowsVersion() < ctl_ewt_WinNt4) return sPath;
+    if (sPath.size() >= 2 && sPath[0] == u'\\' && sPath[1] == u'\\') return sPath;
+    return kLongPrefix + sPath;
+}
+
+std::u16string ufu_FilePath(const std::u16string& sPathFileName, bool bFinalBackSlash) {
+    if (sPathFileName.find(u'/') != std::u16string::npos) {
+        throw CtlError(u"ufu_FilePath", u"Not a local path");
+    }
+    const size_t slash = sPathFileName.rfind(u'\\');
+    const std::u16string folder =
+        withoutFinalBackSlashes(slash == std::u16string::npos ? std::u16string() : sPathFileName.substr(0, slash + 1));
+    if (bFinalBackSlash && !folder.empty()) return folder + u'\\';
+    return folder;
+}
+
+std::u16string UniAppPath() {
+    // The module path is cut to 2048 characters, the buffer the system call is given.
+    std::u16string module = platform::LibraryPath(platform::ModuleFileName());
+    if (module.size() > 2048) module.resize(2048);
+    std::u16string folder;
+    if (module.find(u'/') == std::u16string::npos) folder = ufu_FilePath(module, false);
+    // The fallback: the folder the process runs in, which is never empty.
+    if (folder.empty()) folder = withoutFinalBackSlashes(platform::CurrentFolder());
+    return folder;
+}
+
+std::u16string ufu_UTF8BytesToString(const uint8_t* data, size_t length) {
+    std::u16string out;
+    out.reserve(length);
+    size_t i = 0;
+    while (i < length) {
+        const uint8_t b = data[i];
+        if (b < 128) {
+            out += static_cast<char16_t>(b);
+            ++i;
+        } else if (b >= 194 && b <= 219) {
+            if (i + 1 >= length) break;
+            out += static_cast<char16_t>(((b & 31u) << 6) | (data[i + 1] & 63u));
+            i += 2;
+        } else if (b >= 224) {
+            if (i + 2 >= length) break;
+            out += static_cast<char16_t>(((b & 15u) << 12) | ((data[i + 1] & 63u) << 6) | (data[i + 2] & 63u));
+            i += 3;
+        } else {
+            out += static_cast<char16_t>(b);
+            ++i;
+        }
+    }
+    return out;
+}
+
+std::u16string ufu_UTF8BytesToString(const std::vector<uint8_t>& bytes) {
+    return ufu_UTF8BytesToString(bytes.data(), bytes.size());
+}
