@@ -1,0 +1,17 @@
+#include "text/clsFileIniEx_Row.h"
+
+#include <utility>
+
+std::shared_ptr<clsFileIniEx_Row> clsFileIniEx_Row::Create() {
+    return std::shared_ptr<clsFileIniEx_Row>(new clsFileIniEx_Row());
+}
+
+std::shared_ptr<clsFileIniEx_Row> clsFileIniEx_Row::Clone(std::shared_ptr<clsFileIniEx_Row> oRow) const {
+    if (!oRow) oRow = Create();
+    oRow->sRow = sRow;
+    oRow->oRows = oRows;
+    oRow->sKey = sKey;
+    oRow->sValue = sValue;
+    oRow->sSection = sSection;
+    return oRow;
+}
