@@ -1,0 +1,111 @@
+// Test helpers of the window plumbing: a call log, a recording window class and message pumping.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/win32/WinApi.h"
+
+namespace plumbing_test {
+
+// The private message the ordering tests send; far from anything the system sends by itself.
+constexpr UINT kProbe = WM_APP + 17;
+
+// Calls in the order they happened, compared as one line so that a mismatch prints both lists.
+class CallLog {
+public:
+    void Add(std::string entry) { m_entries.push_back(std::move(entry)); }
+    void Clear() { m_entries.clear(); }
+    std::string Text() const {
+        std::string out;
+        for (const std::string& entry : m_entries) out += (out.empty() ? "" : " ") + entry;
+        return out;
+    }
+    size_t Size() const { return m_entries.size(); }
+
+private:
+    std::vector<std::string> m_entries;
+};
+
+inline std::string messageName(UINT message) {
+    switch (message) {
+        case WM_DESTROY: return "destroy";
+        case WM_NCDESTROY: return "ncdestroy";
+        case WM_PAINT: return "paint";
+        case WM_KEYDOWN: return "keydown";
+        case WM_KEYUP: return "keyup";
+        case WM_SETFOCUS: return "setfocus";
+        case WM_TIMER: return "timer";
+        case kProbe: return "probe";
+        default: return std::to_string(message);
+    }
+}
+
+// A top-level window whose own procedure writes "prev:<message>" to the log named at creation
+// for the probe, WM_DESTROY and WM_KEYDOWN, and answers the probe with 42.
+class RecordingWindow {
+public:
+    explicit RecordingWindow(CallLog* log, HWND parent = nullptr) : m_log(log) {
+        registerClass();
+        m_window = ::CreateWindowExW(0, kClassName, L"", parent ? WS_CHILD : WS_OVERLAPPEDWINDOW, 0, 0, 100, 100,
+                                     parent, nullptr, ::GetModuleHandleW(nullptr), this);
+    }
+    ~RecordingWindow() {
+        if (m_window && ::IsWindow(m_window)) ::DestroyWindow(m_window);
+    }
+    // The window procedure holds this object's address.
+    RecordingWindow(const RecordingWindow&) = delete;
+    RecordingWindow& operator=(const RecordingWindow&) = delete;
+
+    HWND Handle() const { return m_window; }
+    static WNDPROC OriginalProc() { return &recordingProc; }
+    // Written inside the window's own WM_DESTROY: which procedure the window had at that moment.
+    LONG_PTR procAtDestroy = 0;
+
+private:
+    static constexpr const wchar_t* kClassName = L"PlumbingRecordingWindow";
+
+    static void registerClass() {
+        WNDCLASSEXW wc{};
+        wc.cbSize = sizeof wc;
+        wc.lpfnWndProc = &recordingProc;
+        wc.hInstance = ::GetModuleHandleW(nullptr);
+        wc.lpszClassName = kClassName;
+        ::RegisterClassExW(&wc);  // a second registration fails harmlessly
+    }
+
+    static LRESULT CALLBACK recordingProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        if (message == WM_NCCREATE) {
+            const auto* create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+            ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
+        }
+        auto* self = reinterpret_cast<RecordingWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (self != nullptr && (message == kProbe || message == WM_DESTROY || message == WM_KEYDOWN)) {
+            if (self->m_log) self->m_log->Add("prev:" + messageName(message));
+            if (message == WM_DESTROY) self->procAtDestroy = ::GetWindowLongPtrW(window, GWLP_WNDPROC);
+            if (message == kProbe) return 42;
+        }
+        return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+
+    CallLog* m_log;
+    HWND m_window = nullptr;
+};
+
+// Runs the thread's message loop until the condition holds or the time is up.
+template <class Condition>
+bool PumpUntil(Condition&& done, DWORD timeoutMs = 3000) {
+    const ULONGLONG start = ::GetTickCount64();
+    while (!done()) {
+        if (::GetTickCount64() - start > timeoutMs) return false;
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        MSG msg{};
+        while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            ::TranslateMessage(&msg);
+            ::DispatchMessageW(&msg);
+        }
+    }
+    return true;
+}
+
+}  // namespace plumbing_test

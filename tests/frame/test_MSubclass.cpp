@@ -1,0 +1,165 @@
+// Tests of the shared subclassing engine on real windows, with the calls recorded in order.
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "common/CtlError.h"
+#include "frame/MSubclass.h"
+#include "frame/SubclassAttachments.h"
+#include "frame/PlumbingTestSupport.h"
+
+using namespace plumbing_test;
+
+namespace {
+
+class RecordingClient final : public ISubclass {
+public:
+    RecordingClient(CallLog& log, std::string name, bool stop = false) : m_log(log), m_name(std::move(name)), m_stop(stop) {}
+    void WindowProc(bool bBefore, bool& bStopMsg, LRESULT& lReturn, HWND, UINT uMsg, WPARAM, LPARAM) override {
+        m_log.Add(m_name + (bBefore ? "+" : "-") + (uMsg == kProbe ? "" : ":" + messageName(uMsg)));
+        if (m_stop) {
+            bStopMsg = true;
+            lReturn = 7;
+        }
+        if (throws) throw std::runtime_error("client failure");
+    }
+    bool throws = false;
+
+private:
+    CallLog& m_log;
+    std::string m_name;
+    bool m_stop;
+};
+
+int32_t plumbingNumber(int32_t n) { return static_cast<int32_t>(static_cast<uint32_t>(n) | 0x80040000u); }
+
+int32_t attachError(ISubclass* client, HWND window, UINT message, EMsgResponse3 response) {
+    try {
+        MSubclass::AttachClient(client, window, message, response);
+    } catch (const CtlError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+}  // namespace
+
+TEST(MSubclass, OrderOfClientsAndPreviousProcedure) {
+    struct Case {
+        const char* what;
+        EMsgResponse3 first;
+        EMsgResponse3 second;
+        bool secondStops;
+        const char* expected;
+        LRESULT result;
+    };
+    const Case cases[] = {
+        {"two before-clients", emr3AttachBefore, emr3AttachBefore, false, "B+ A+ prev:probe", 42},
+        {"after then before", emr3AttachAfter, emr3AttachBefore, false, "B+ prev:probe A-", 42},
+        {"before then after", emr3AttachBefore, emr3AttachAfter, false, "B+ A+ prev:probe", 42},
+        {"later client stops", emr3AttachBefore, emr3AttachBefore, true, "B+ A-", 7},
+        {"instead-of first", emr3AttachInsteadOf, emr3AttachBefore, false, "B+ A+", 0},
+    };
+    for (const Case& c : cases) {
+        CallLog log;
+        RecordingWindow window(&log);
+        RecordingClient a(log, "A");
+        RecordingClient b(log, "B", c.secondStops);
+        SubclassAttachments attachA(&a), attachB(&b);
+        attachA.Attach(window.Handle(), kProbe, c.first);
+        attachB.Attach(window.Handle(), kProbe, c.second);
+
+        const LRESULT result = ::SendMessageW(window.Handle(), kProbe, 0, 0);
+        EXPECT_EQ(log.Text(), c.expected) << c.what;
+        EXPECT_EQ(result, c.result) << c.what;
+    }
+}
+
+TEST(MSubclass, AttachDetachKeepsTheTableExact) {
+    CallLog log;
+    RecordingWindow window(&log);
+    const HWND hwnd = window.Handle();
+    const auto key = reinterpret_cast<plumbing::WindowKey>(hwnd);
+    RecordingClient a(log, "A"), b(log, "B"), c(log, "C");
+    MSubclass::AttachClient(&a, hwnd, kProbe, emr3AttachAfter);
+    MSubclass::AttachClient(&b, hwnd, kProbe, emr3AttachBefore);
+    MSubclass::AttachClient(&c, hwnd, kProbe, emr3AttachBefore);
+    EXPECT_NE(::GetWindowLongPtrW(hwnd, GWLP_WNDPROC), reinterpret_cast<LONG_PTR>(RecordingWindow::OriginalProc()));
+
+    // The same object on the same message again: 13082, nothing changes.
+    const size_t items = MSubclass::Table().ItemCount(key);
+    EXPECT_EQ(attachError(&b, hwnd, kProbe, emr3AttachBefore), plumbingNumber(13082));
+    EXPECT_EQ(MSubclass::Table().ItemCount(key), items);
+    EXPECT_EQ(MSubclass::Table().MessageClientCount(key, kProbe), 3);
+    EXPECT_EQ(MSubclass::Table().WindowClientCount(key), 3);
+
+    MSubclass::DetachClient(&b, hwnd, kProbe);
+    EXPECT_EQ(::SendMessageW(hwnd, kProbe, 0, 0), 42);
+    EXPECT_EQ(log.Text(), "C+ prev:probe A-");
+    EXPECT_EQ(MSubclass::Table().MessageClientResponse(key, kProbe, 1), emr3AttachAfter);
+    EXPECT_EQ(MSubclass::Table().MessageClientResponse(key, kProbe, 2), emr3AttachBefore);
+
+    // A client's own call of the previous procedure, as the controls use it to work on the result.
+    EXPECT_EQ(MSubclass::CallPreviousWindowProc(hwnd, kProbe, 0, 0), 42);
+    MSubclass::DetachClient(&a, hwnd, kProbe);
+    MSubclass::DetachClient(&c, hwnd, kProbe);
+    EXPECT_EQ(::GetWindowLongPtrW(hwnd, GWLP_WNDPROC), reinterpret_cast<LONG_PTR>(RecordingWindow::OriginalProc()));
+    EXPECT_EQ(MSubclass::Table().ItemCount(key), 0u);
+    EXPECT_EQ(MSubclass::CallPreviousWindowProc(hwnd, kProbe, 0, 0), 0);
+}
+
+TEST(MSubclass, RefusedWindows) {
+    CallLog log;
+    RecordingClient a(log, "A");
+    RecordingWindow window(&log);
+    const HWND gone = window.Handle();
+    ::DestroyWindow(gone);
+    EXPECT_EQ(attachError(&a, gone, kProbe, emr3AttachBefore), plumbingNumber(13083));
+    EXPECT_EQ(attachError(&a, nullptr, kProbe, emr3AttachBefore), plumbingNumber(13083));
+    // The desktop window belongs to another process, on Windows and under Wine alike.
+    EXPECT_EQ(attachError(&a, ::GetDesktopWindow(), kProbe, emr3AttachBefore), plumbingNumber(13084));
+    EXPECT_EQ(MSubclass::Table().WindowCount(), 0u);
+}
+
+TEST(MSubclass, DestroyReleasesWindowsWithoutADestroyClient) {
+    CallLog log;
+    RecordingWindow window(&log);
+    const HWND hwnd = window.Handle();
+    const auto key = reinterpret_cast<plumbing::WindowKey>(hwnd);
+    RecordingClient a(log, "A"), b(log, "B");
+    MSubclass::AttachClient(&a, hwnd, WM_PAINT, emr3AttachBefore);
+    MSubclass::AttachClient(&b, hwnd, WM_PAINT, emr3AttachAfter);
+
+    ::DestroyWindow(hwnd);
+    EXPECT_EQ(log.Text(), "prev:destroy");
+    // The hook was already off when the window's own procedure saw WM_DESTROY.
+    EXPECT_EQ(window.procAtDestroy, reinterpret_cast<LONG_PTR>(RecordingWindow::OriginalProc()));
+    EXPECT_EQ(MSubclass::Table().ItemCount(key), 0u);
+    EXPECT_EQ(MSubclass::Table().WindowCount(), 0u);
+    // Detaching afterwards does nothing and raises nothing.
+    MSubclass::DetachClient(&a, hwnd, WM_PAINT);
+    MSubclass::DetachClient(&b, hwnd, WM_PAINT);
+    EXPECT_EQ(MSubclass::Table().WindowCount(), 0u);
+}
+
+TEST(MSubclass, ClientOfDestroyIsCalledAndAFailingClientStaysInside) {
+    CallLog log;
+    RecordingWindow window(&log);
+    const HWND hwnd = window.Handle();
+    RecordingClient a(log, "A"), b(log, "B");
+    b.throws = true;
+    SubclassAttachments attachA(&a), attachB(&b);
+    attachA.Attach(hwnd, WM_DESTROY, emr3AttachBefore);
+    attachB.Attach(hwnd, kProbe, emr3AttachBefore);
+    attachA.Attach(hwnd, kProbe, emr3AttachBefore);
+    EXPECT_EQ(MSubclass::Table().WindowClientCount(reinterpret_cast<plumbing::WindowKey>(hwnd)), 3);
+
+    // B throws: A still runs, the previous procedure still answers.
+    EXPECT_EQ(::SendMessageW(hwnd, kProbe, 0, 0), 42);
+    EXPECT_EQ(log.Text(), "A+ B+ prev:probe");
+    log.Clear();
+    ::DestroyWindow(hwnd);
+    EXPECT_EQ(log.Text(), "A+:destroy prev:destroy");
+    // The dead handle does not linger once the window is gone.
+    EXPECT_EQ(MSubclass::Table().WindowCount(), 0u);
+}
