@@ -105,7 +105,8 @@ TEST(cUniTimer, ThunkBytesAndSlots) {
     for (size_t i = 0; i < bytes.size(); ++i) {
         bool inSlot = false;
         for (const size_t slot : slots) inSlot = inSlot || (i >= slot && i < slot + 4);
-        if (!inSlot) EXPECT_EQ(bytes[i], std::stoul(std::string(reference.substr(i * 2, 2)), nullptr, 16)) << i;
+        if (inSlot) continue;
+        EXPECT_EQ(bytes[i], std::stoul(std::string(reference.substr(i * 2, 2)), nullptr, 16)) << i;
     }
     const uint8_t* block = bytes.data();
     EXPECT_EQ(ThunkMemory::ReadSlot(block, 17), 1234u);
