@@ -1,0 +1,658 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common/CtlError.h"
+#include "platform/CodePage.h"
+#include "platform/FileSystem.h"
+#include "support/TempDir.h"
+#include "text/clsSearchFiles.h"
+#include "text/clsUniFile.h"
+
+using testsupport::Bytes;
+using testsupport::TempDir;
+using testsupport::Utf8;
+
+namespace {
+
+std::vector<uint8_t> Sequence(size_t n) {
+    std::vector<uint8_t> out(n);
+    for (size_t i = 0; i < n; ++i) out[i] = static_cast<uint8_t>((i * 7 + i / 251) & 0xFF);
+    return out;
+}
+
+}  // namespace
+
+TEST(clsUniFile, ReadCacheQuirks) {
+    TempDir dir;
+    const std::u16string one = dir.File(u"one.bin");
+    TempDir::WriteBytes(one, {42});
+
+    {
+        // A one-byte file cannot be read through the cache; without it the byte comes.
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(one));
+        uint8_t b = 0;
+        EXPECT_FALSE(f.ReadByte(b));
+        f.CloseFile();
+        f.UseCache(false);
+        ASSERT_TRUE(f.OpenFileRead(one));
+        EXPECT_TRUE(f.ReadByte(b));
+        EXPECT_EQ(b, 42);
+    }
+
+    const std::u16string odd = dir.File(u"16385.bin");
+    const std::vector<uint8_t> content = Sequence(16385);
+    TempDir::WriteBytes(odd, content);
+    {
+        // Byte by byte, the last byte of a 16385-byte file is the one left alone.
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(odd));
+        std::vector<uint8_t> got;
+        uint8_t b = 0;
+        while (f.ReadByte(b)) got.push_back(b);
+        ASSERT_EQ(got.size(), 16384u);
+        EXPECT_TRUE(std::equal(got.begin(), got.end(), content.begin()));
+    }
+    {
+        // A block above 16384 bytes bypasses the cache and gets them all.
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(odd));
+        std::vector<uint8_t> all(16385);
+        EXPECT_TRUE(f.ReadBytes(all));
+        EXPECT_EQ(all, content);
+    }
+    {
+        // The cache's first fill takes 16384 bytes; the one left behind needs the cache off.
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(odd));
+        std::vector<uint8_t> head(10);
+        ASSERT_TRUE(f.ReadBytes(head));
+        // The block fails, but the 16374 bytes the cache held have been copied.
+        std::vector<uint8_t> rest(16375);
+        EXPECT_FALSE(f.ReadBytes(rest));
+        EXPECT_EQ(f.GetFilePos(), 16384);
+        f.UseCache(false);
+        uint8_t b = 0;
+        ASSERT_TRUE(f.ReadByte(b));
+        rest.back() = b;
+        head.insert(head.end(), rest.begin(), rest.end());
+        EXPECT_EQ(head, content);
+    }
+    {
+        // Beyond 16384 bytes a block goes straight to the file, after what the cache holds.
+        const std::u16string big = dir.File(u"40000.bin");
+        TempDir::WriteBytes(big, Sequence(40000));
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(big));
+        std::vector<uint8_t> head(3);
+        ASSERT_TRUE(f.ReadBytes(head));
+        std::vector<uint8_t> middle(30000);
+        ASSERT_TRUE(f.ReadBytes(middle));
+        EXPECT_EQ(f.RealFilePos(), 30003);
+        std::vector<uint8_t> tail(9997);
+        ASSERT_TRUE(f.ReadBytes(tail));
+        head.insert(head.end(), middle.begin(), middle.end());
+        head.insert(head.end(), tail.begin(), tail.end());
+        EXPECT_EQ(head, Sequence(40000));
+    }
+
+    const std::u16string hundred = dir.File(u"100.bin");
+    TempDir::WriteBytes(hundred, Sequence(100));
+    {
+        // Eof is one short: it turns true on the last byte, which can still be read.
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(hundred));
+        int reads = 0;
+        uint8_t b = 0;
+        while (!f.Eof()) {
+            ASSERT_TRUE(f.ReadByte(b));
+            ++reads;
+        }
+        EXPECT_EQ(reads, 99);
+        EXPECT_EQ(f.GetFilePos(), 99);
+        EXPECT_TRUE(f.ReadByte(b));
+        EXPECT_EQ(b, Sequence(100)[99]);
+        EXPECT_FALSE(f.ReadByte(b));
+    }
+    {
+        // A relative move goes from the real pointer, which the cache has taken to the end.
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(hundred));
+        uint8_t b = 0;
+        ASSERT_TRUE(f.ReadByte(b));
+        EXPECT_EQ(f.GetFilePos(), 1);
+        EXPECT_EQ(f.RealFilePos(), 100);
+        f.SetFilePos(0, eupp_FILE_CURRENT);
+        EXPECT_EQ(f.GetFilePos(), 100);
+    }
+    {
+        // Without the cache the same move stays where the read left off.
+        clsUniFile f;
+        f.UseCache(false);
+        ASSERT_TRUE(f.OpenFileRead(hundred));
+        uint8_t b = 0;
+        ASSERT_TRUE(f.ReadByte(b));
+        f.SetFilePos(0, eupp_FILE_CURRENT);
+        EXPECT_EQ(f.GetFilePos(), 1);
+    }
+    {
+        // Switching the cache off keeps the logical position.
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(hundred));
+        std::vector<uint8_t> ten(10);
+        ASSERT_TRUE(f.ReadBytes(ten));
+        f.UseCache(false);
+        EXPECT_EQ(f.GetFilePos(), 10);
+        uint8_t b = 0;
+        ASSERT_TRUE(f.ReadByte(b));
+        EXPECT_EQ(b, Sequence(100)[10]);
+    }
+}
+
+TEST(clsUniFile, WriteCacheReachesTheDiskOnCloseFlushAndDestruction) {
+    // Pieces that cross the cache's edge in every way: below, at, just above and far above it.
+    const int32_t pieces[] = {1, 3, 16383, 1, 16384, 7, 16385, 40000, 2, 16380, 5};
+    std::vector<uint8_t> expected;
+    uint8_t next = 0;
+    std::vector<std::vector<uint8_t>> blocks;
+    for (const int32_t n : pieces) {
+        std::vector<uint8_t> block(static_cast<size_t>(n));
+        for (uint8_t& b : block) b = next++;
+        expected.insert(expected.end(), block.begin(), block.end());
+        blocks.push_back(std::move(block));
+    }
+    enum class Ending { CloseFile, Flush, Destructor };
+    for (const Ending ending : {Ending::CloseFile, Ending::Flush, Ending::Destructor}) {
+        TempDir dir;
+        const std::u16string path = dir.File(u"out.bin");
+        auto f = std::make_unique<clsUniFile>();
+        ASSERT_TRUE(f->OpenFileWrite(path));
+        for (const auto& block : blocks) ASSERT_TRUE(f->WriteAny(block.data(), static_cast<int32_t>(block.size())));
+        ASSERT_TRUE(f->WriteByte(0xAB));
+        std::vector<uint8_t> want = expected;
+        want.push_back(0xAB);
+        EXPECT_EQ(f->LOF(), static_cast<int64_t>(want.size()));
+        switch (ending) {
+        case Ending::CloseFile: f->CloseFile(); break;
+        case Ending::Flush: EXPECT_TRUE(f->Flush()); break;
+        case Ending::Destructor: f.reset(); break;
+        }
+        EXPECT_EQ(TempDir::ReadBytes(path), want) << "ending " << static_cast<int>(ending);
+    }
+}
+
+TEST(clsUniFile, SizeAndPositionCountPendingBytes) {
+    TempDir dir;
+    const std::u16string path = dir.File(u"ten.bin");
+    clsUniFile f;
+    ASSERT_TRUE(f.OpenFileWrite(path));
+    const std::vector<uint8_t> ten = Sequence(10);
+    ASSERT_TRUE(f.WriteBytes(ten));
+    EXPECT_EQ(f.LOF(), 10);
+    EXPECT_EQ(f.GetFilePos(), 10);
+    EXPECT_EQ(f.RealFilePos(), 0);
+    // Still in the cache: nothing has reached the disk.
+    EXPECT_TRUE(TempDir::ReadBytes(path).empty());
+    f.SetFilePos(4);
+    EXPECT_EQ(TempDir::ReadBytes(path), ten);
+    EXPECT_TRUE(f.SetEndOfFileHere());
+    EXPECT_EQ(f.LOF(), 4);
+    f.CloseFile();
+    EXPECT_EQ(TempDir::ReadBytes(path), std::vector<uint8_t>(ten.begin(), ten.begin() + 4));
+
+    // Closed: positions are -1, Eof is true, reads fail, and a cached write says true but is lost.
+    EXPECT_EQ(f.GetFilePos(), -1);
+    EXPECT_EQ(f.RealFilePos(), -1);
+    EXPECT_TRUE(f.Eof());
+    uint8_t b = 0;
+    EXPECT_FALSE(f.ReadByte(b));
+    EXPECT_TRUE(f.WriteByte(1));
+    EXPECT_FALSE(f.Flush());
+}
+
+TEST(clsUniFile, OpenStatesAndErrors) {
+    TempDir dir;
+    const std::u16string present = dir.File(u"present.txt");
+    TempDir::WriteBytes(present, Bytes("abc"));
+    clsUniFile f;
+    ASSERT_TRUE(f.OpenFileRead(present));
+    EXPECT_TRUE(f.IsFileOpen());
+    EXPECT_NE(f.OpenedFileHandle(), 0);
+    EXPECT_NE(f.OpenedFileHandle(), -1);
+    EXPECT_EQ(f.OpenedFileName(), present);
+    f.CloseFile();
+    EXPECT_EQ(f.OpenedFileName(), u"");
+
+    // A failed open leaves the object "open" with handle -1 and the previous name.
+    EXPECT_FALSE(f.OpenFileRead(dir.File(u"missing.txt")));
+    EXPECT_TRUE(f.IsFileOpen());
+    EXPECT_EQ(f.OpenedFileHandle(), -1);
+    EXPECT_EQ(f.OpenedFileName(), present);
+    try {
+        f.OpenFileRead(present);
+        ADD_FAILURE() << "second open did not raise";
+    } catch (const CtlError& e) {
+        EXPECT_EQ(e.Source(), u"clsUniFile.OpenFile");
+        EXPECT_EQ(e.Description(), u"A file is already open!");
+        EXPECT_EQ(e.Number(), -2147221503);
+    }
+    f.CloseFile();
+    EXPECT_FALSE(f.IsFileOpen());
+
+    // Missing folders, a folder opened as a file, an empty path: all a plain false.
+    const std::u16string bad[] = {dir.File(u"no\\such\\folder\\x.txt"), dir.Path(), u""};
+    for (const std::u16string& path : bad) {
+        clsUniFile g;
+        EXPECT_FALSE(g.OpenFileWrite(path)) << Utf8(path);
+        EXPECT_EQ(g.OpenedFileHandle(), -1);
+    }
+
+    // Append to an existing file, and create a missing one.
+    {
+        clsUniFile a;
+        ASSERT_TRUE(a.OpenFileAppend(present));
+        EXPECT_EQ(a.GetFilePos(), 3);
+        ASSERT_TRUE(a.WriteBytes(Bytes("de")));
+    }
+    EXPECT_EQ(TempDir::ReadBytes(present), Bytes("abcde"));
+    {
+        clsUniFile a;
+        ASSERT_TRUE(a.OpenFileAppend(dir.File(u"new.txt")));
+        ASSERT_TRUE(a.WriteBytes(Bytes("n")));
+    }
+    EXPECT_EQ(TempDir::ReadBytes(dir.File(u"new.txt")), Bytes("n"));
+}
+
+TEST(clsUniFile, ShareModesAndReadOnlyFiles) {
+    // Windows refuses a second handle whose access the first one's share mode doesn't allow, or
+    // whose share mode doesn't allow the first one's access. The POSIX layer keeps the same rule
+    // among this process's handles only, since the host has no mandatory locks.
+    struct Case {
+        const char* name;
+        int32_t firstAccess;
+        int32_t firstShare;
+        int32_t secondAccess;
+        int32_t secondShare;
+        bool secondOpens;
+    };
+    const int32_t R = eua_GENERIC_READ;
+    const int32_t W = eua_GENERIC_WRITE;
+    const int32_t SR = eusm_FILE_SHARE_READ;
+    const int32_t SW = eusm_FILE_SHARE_WRITE;
+    const Case cases[] = {
+        {"two shared readers", R, SR, R, SR, true},
+        {"reader without sharing blocks a reader", R, 0, R, SR, false},
+        {"reader blocks a writer", R, SR, W, SR, false},
+        {"writer sharing writes blocks a reader", W, SW, R, SR | SW, false},
+        {"writer sharing reads lets a reader in", W, SR, R, SR | SW, true},
+        {"reader needs to share the writer's access", W, SR, R, SR, false},
+        {"full sharing", R | W, SR | SW, R | W, SR | SW, true},
+    };
+    TempDir dir;
+    const std::u16string path = dir.File(u"shared.bin");
+    TempDir::WriteBytes(path, Bytes("xyz"));
+    for (const Case& c : cases) {
+        clsUniFile first;
+        clsUniFile second;
+        ASSERT_TRUE(first.OpenFileGeneric(path, c.firstAccess, eucd_OPEN_EXISTING, c.firstShare)) << c.name;
+        EXPECT_EQ(second.OpenFileGeneric(path, c.secondAccess, eucd_OPEN_EXISTING, c.secondShare), c.secondOpens)
+            << c.name;
+    }
+    {
+        // The write-side of OpenFileWrite does not truncate a file that another handle denies it.
+        clsUniFile reader;
+        ASSERT_TRUE(reader.OpenFileRead(path, false));
+        clsUniFile writer;
+        EXPECT_FALSE(writer.OpenFileWrite(path));
+    }
+    EXPECT_EQ(TempDir::ReadBytes(path), Bytes("xyz"));
+
+    // A read-only file opens for reading only.
+    std::filesystem::permissions(TempDir::HostPath(path),
+                                 std::filesystem::perms::owner_write | std::filesystem::perms::group_write |
+                                     std::filesystem::perms::others_write,
+                                 std::filesystem::perm_options::remove);
+    clsUniFile w;
+    EXPECT_FALSE(w.OpenFileWrite(path));
+    w.CloseFile();
+    EXPECT_FALSE(w.OpenFileAppend(path));
+    clsUniFile r;
+    EXPECT_TRUE(r.OpenFileRead(path));
+    EXPECT_EQ(TempDir::ReadBytes(path), Bytes("xyz"));
+    clsSearchFiles search;
+    const SearchFilesCollection found = search.SearchPathPattern(path);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_TRUE(found[0]->IsReadOnly());
+}
+
+TEST(clsUniFile, NumbersAreLittleEndianWithTheirQuirks) {
+    TempDir dir;
+    const std::u16string path = dir.File(u"numbers.bin");
+    {
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileWrite(path));
+        EXPECT_TRUE(f.WriteLong(0x01020304));
+        EXPECT_TRUE(f.WriteInt(-2));
+        EXPECT_TRUE(f.WriteBool(true));
+        EXPECT_TRUE(f.WriteBool(false));
+        EXPECT_TRUE(f.WriteDouble(1.5));
+        EXPECT_TRUE(f.WriteByte(2));
+        for (const double d : {2.5, 3.5, -1.5, 1e10, 2147483647.0}) EXPECT_TRUE(f.WriteDouble(d));
+    }
+    std::vector<uint8_t> want = {4, 3, 2, 1, 0xFE, 0xFF, 1, 0, 0, 0, 0, 0, 0, 0, 0xF8, 0x3F, 2};
+    const std::vector<uint8_t> disk = TempDir::ReadBytes(path);
+    ASSERT_EQ(disk.size(), want.size() + 5 * 8);
+    EXPECT_TRUE(std::equal(want.begin(), want.end(), disk.begin()));
+
+    clsUniFile f;
+    ASSERT_TRUE(f.OpenFileRead(path));
+    int32_t l = 0;
+    int16_t i = 0;
+    bool b = false;
+    EXPECT_TRUE(f.ReadLong(l));
+    EXPECT_EQ(l, 0x01020304);
+    EXPECT_TRUE(f.ReadInt(i));
+    EXPECT_EQ(i, -2);
+    EXPECT_TRUE(f.ReadBool(b));
+    EXPECT_TRUE(b);
+    EXPECT_TRUE(f.ReadBool(b));
+    EXPECT_FALSE(b);
+    // A double reads into an integer, rounded half to even.
+    int32_t d = 0;
+    EXPECT_TRUE(f.ReadDouble(d));
+    EXPECT_EQ(d, 2);
+    // Only a byte of 1 reads as true.
+    b = true;
+    EXPECT_TRUE(f.ReadBool(b));
+    EXPECT_FALSE(b);
+    struct Case {
+        bool ok;
+        int32_t value;
+    };
+    const Case doubles[] = {{true, 2}, {true, 4}, {true, -2}, {false, 77}, {true, 2147483647}};
+    for (const Case& c : doubles) {
+        d = 77;
+        EXPECT_EQ(f.ReadDouble(d), c.ok);
+        EXPECT_EQ(d, c.value);
+    }
+    EXPECT_FALSE(f.ReadLong(l));
+}
+
+TEST(clsUniFile, LengthPrefixedStrings) {
+    TempDir dir;
+    const std::u16string path = dir.File(u"strings.bin");
+    const bool cp1252 = platform::AnsiCodePage() == 1252;
+    struct Case {
+        std::u16string text;
+        int32_t enc;
+        std::vector<uint8_t> bytes;  // empty: not checked byte for byte
+    };
+    std::vector<Case> cases = {
+        {u"Ab", fe_UTF16LE, {4, 0, 0, 0, 0x41, 0, 0x62, 0}},
+        {u"\u4E2D", fe_UTF16LE, {2, 0, 0, 0, 0x2D, 0x4E}},
+        {u"\u00E9\u20AC", fe_UTF8, {}},
+        {u"\u4E2D\u6587 \U0001F600", fe_UTF16LE, {}},
+        {u"plain", fe_ANSI, {5, 0, 0, 0, 'p', 'l', 'a', 'i', 'n'}},
+    };
+    if (cp1252) {
+        // With code page 1252 as the system's, the UTF-8 record is plain UTF-8 and é is one byte.
+        cases[2].bytes = {5, 0, 0, 0, 0xC3, 0xA9, 0xE2, 0x82, 0xAC};
+        cases.push_back({u"\u00E9", fe_ANSI, {1, 0, 0, 0, 0xE9}});
+    }
+    {
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileWrite(path));
+        for (const Case& c : cases) EXPECT_TRUE(f.WriteNumCharsAndString(c.text, c.enc)) << Utf8(c.text);
+        // An empty string writes its count and says false; an unknown encoding writes nothing.
+        EXPECT_FALSE(f.WriteNumCharsAndString(u"", fe_UTF8));
+        EXPECT_FALSE(f.WriteNumCharsAndString(u"lost", 7));
+        // A count far beyond the file's end.
+        EXPECT_TRUE(f.WriteLong(0x7FFFFFFF));
+    }
+    const std::vector<uint8_t> disk = TempDir::ReadBytes(path);
+    size_t at = 0;
+    clsUniFile f;
+    ASSERT_TRUE(f.OpenFileRead(path));
+    for (const Case& c : cases) {
+        const int64_t start = f.GetFilePos();
+        std::u16string s = u"old";
+        EXPECT_TRUE(f.ReadNumCharsAndString(s, c.enc));
+        EXPECT_EQ(s, c.text);
+        const size_t length = static_cast<size_t>(f.GetFilePos() - start);
+        if (!c.bytes.empty()) {
+            EXPECT_EQ(std::vector<uint8_t>(disk.begin() + static_cast<std::ptrdiff_t>(at),
+                                           disk.begin() + static_cast<std::ptrdiff_t>(at + length)),
+                      c.bytes)
+                << Utf8(c.text);
+        }
+        at += length;
+    }
+    std::u16string s = u"old";
+    EXPECT_FALSE(f.ReadNumCharsAndString(s, fe_UTF8));
+    EXPECT_EQ(s, u"");
+    EXPECT_EQ(std::vector<uint8_t>(disk.begin() + static_cast<std::ptrdiff_t>(at),
+                                   disk.begin() + static_cast<std::ptrdiff_t>(at + 4)),
+              std::vector<uint8_t>(4, 0));
+    s = u"old";
+    EXPECT_FALSE(f.ReadNumCharsAndString(s, fe_UTF16LE));
+    EXPECT_EQ(s, u"");
+}
+
+TEST(clsUniFile, LineEndsInEveryEncoding) {
+    TempDir dir;
+    struct Case {
+        const char* name;
+        std::string content;  // as single-byte text; widened for UTF-16
+        std::vector<std::pair<bool, std::u16string>> reads;
+    };
+    const Case cases[] = {
+        {"crlf then no end", "a\r\nb", {{true, u"a"}, {false, u"b"}, {false, u""}}},
+        {"lf only", "a\nb\n", {{true, u"a"}, {true, u"b"}, {false, u""}}},
+        {"lone cr is no end", "a\rb\n", {{true, u"a\rb"}, {false, u""}}},
+        {"cr cr lf keeps one cr", "a\r\r\n", {{true, u"a\r"}, {false, u""}}},
+        {"empty lines", "\r\n\nx\n", {{true, u""}, {true, u""}, {true, u"x"}, {false, u""}}},
+    };
+    for (const Case& c : cases) {
+        for (const bool cache : {true, false}) {
+            const std::u16string ansiPath = dir.File(u"lines.ansi");
+            const std::u16string widePath = dir.File(u"lines.u16");
+            TempDir::WriteBytes(ansiPath, Bytes(c.content));
+            std::vector<uint8_t> wide;
+            for (const char ch : c.content) {
+                wide.push_back(static_cast<uint8_t>(ch));
+                wide.push_back(0);
+            }
+            TempDir::WriteBytes(widePath, wide);
+            clsUniFile a;
+            clsUniFile u;
+            a.UseCache(cache);
+            u.UseCache(cache);
+            ASSERT_TRUE(a.OpenFileRead(ansiPath));
+            ASSERT_TRUE(u.OpenFileRead(widePath));
+            for (const auto& [ok, text] : c.reads) {
+                std::u16string s = u"junk";
+                EXPECT_EQ(a.ReadAnsiLine(s), ok) << c.name;
+                EXPECT_EQ(s, text) << c.name << " ansi, cache " << cache;
+                s = u"junk";
+                EXPECT_EQ(u.ReadUnicodeLine(s), ok) << c.name;
+                EXPECT_EQ(s, text) << c.name << " unicode, cache " << cache;
+            }
+        }
+    }
+    // The UTF-8 reader keeps sRet for an empty line and for nothing left to read.
+    const std::u16string path = dir.File(u"lines.utf8");
+    TempDir::WriteBytes(path, Bytes("\r\nx\n\nlast"));
+    clsUniFile f;
+    ASSERT_TRUE(f.OpenFileRead(path));
+    std::u16string s = u"x0";
+    EXPECT_TRUE(f.ReadUTF8Line(s));
+    EXPECT_EQ(s, u"x0");
+    EXPECT_TRUE(f.ReadUTF8Line(s));
+    EXPECT_EQ(s, u"x");
+    s = u"kept";
+    EXPECT_TRUE(f.ReadUTF8Line(s));
+    EXPECT_EQ(s, u"kept");
+    EXPECT_FALSE(f.ReadUTF8Line(s));
+    EXPECT_EQ(s, u"last");
+    s = u"kept";
+    EXPECT_FALSE(f.ReadUTF8Line(s));
+    EXPECT_EQ(s, u"kept");
+}
+
+TEST(clsUniFile, MixedScriptLinesRoundTripInEachEncoding) {
+    std::u16string longLine;
+    for (int k = 0; k < 700; ++k) longLine += u"\u00E9\u4E2D\u0416x\U0001F600";
+    const std::vector<std::u16string> unicodeLines = {
+        u"Hello", u"Gr\u00FC\u00DFe", u"\u0395\u03BB\u03BB\u03B7\u03BD\u03B9\u03BA\u03AC",
+        u"\u0420\u0443\u0441\u0441\u043A\u0438\u0439", u"\u4E2D\u6587 \u0939\u093F\u0928\u094D\u0926\u0940",
+        u"\U0001F600 emoji", u"tab\there", longLine, u"\xD800 lone surrogate", u"last",
+    };
+    TempDir dir;
+    for (const int32_t enc : {fe_UTF16LE, fe_UTF8, fe_ANSI}) {
+        std::vector<std::u16string> lines = unicodeLines;
+        if (enc == fe_ANSI) {
+            // Only text of the system's code page survives the ANSI form.
+            lines = {u"Hello", u"", u"tab\there", std::u16string(3000, u'z')};
+            if (platform::AnsiCodePage() == 1252) lines.push_back(u"Gr\u00FC\u00DFe \u20AC");
+        }
+        for (const bool cache : {true, false}) {
+            const std::u16string path = dir.File(u"round." + std::u16string(1, static_cast<char16_t>(u'0' + enc)));
+            {
+                clsUniFile f;
+                f.UseCache(cache);
+                ASSERT_TRUE(f.OpenFileWrite(path));
+                ASSERT_TRUE(f.WriteBOM(enc));
+                for (const auto& line : lines) ASSERT_TRUE(f.WriteLine(line, enc));
+            }
+            clsUniFile f;
+            f.UseCache(cache);
+            ASSERT_TRUE(f.OpenFileRead(path));
+            EXPECT_EQ(f.ReadBOM(), enc);
+            for (const auto& line : lines) {
+                std::u16string s;
+                EXPECT_TRUE(f.ReadLine(s, enc));
+                EXPECT_EQ(s, line) << "encoding " << enc << " cache " << cache;
+            }
+            std::u16string s;
+            EXPECT_FALSE(f.ReadLine(s, enc));
+        }
+    }
+
+    // What the UTF-8 lines put on disk, worked out by hand: each UTF-16 unit alone, so a
+    // supplementary character is two three-byte forms.
+    const std::u16string path = dir.File(u"bytes.utf8");
+    {
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileWrite(path));
+        ASSERT_TRUE(f.WriteUTF8Line(u"Gr\u00FC\u00DFe"));
+        ASSERT_TRUE(f.WriteUTF8Line(u"\U0001F600"));
+        ASSERT_TRUE(f.WriteUnicodeLine(u"\u4E2D"));
+    }
+    const std::vector<uint8_t> want = {'G',  'r',  0xC3, 0xBC, 0xC3, 0x9F, 'e', 13,   10, 0xED,
+                                       0xA0, 0xBD, 0xED, 0xB8, 0x80, 13,   10,  0x2D, 0x4E, 13, 0, 10, 0};
+    EXPECT_EQ(TempDir::ReadBytes(path), want);
+}
+
+TEST(clsUniFile, ByteOrderMarks) {
+    TempDir dir;
+    struct Case {
+        const char* name;
+        std::vector<uint8_t> content;
+        eFileEncoding enc;
+        int64_t position;
+    };
+    const Case cases[] = {
+        {"UTF-16 mark", {255, 254, 'a', 0}, fe_UTF16LE, 2},
+        {"255 and anything", {255, 0, 'a', 0}, fe_UTF16LE, 2},
+        {"UTF-8 mark", {239, 187, 191, 'a'}, fe_UTF8, 3},
+        {"239 and anything", {239, 0, 0, 'a'}, fe_UTF8, 3},
+        {"big-endian mark is not known", {254, 255, 0, 'a'}, fe_ANSI, 0},
+        {"plain text", {'a', 'b', 'c'}, fe_ANSI, 0},
+        {"empty file", {}, fe_ANSI, 0},
+        // One byte can't come through the cache: the read fails and the position stays.
+        {"lone 255", {255}, fe_ANSI, 0},
+    };
+    for (const Case& c : cases) {
+        const std::u16string path = dir.File(u"mark.bin");
+        TempDir::WriteBytes(path, c.content);
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(path));
+        EXPECT_EQ(f.ReadBOM(), c.enc) << c.name;
+        EXPECT_EQ(f.GetFilePos(), c.position) << c.name;
+    }
+    struct Mark {
+        int32_t enc;
+        std::vector<uint8_t> bytes;
+    };
+    const Mark marks[] = {{fe_ANSI, {}}, {fe_UTF16LE, {255, 254}}, {fe_UTF8, {239, 187, 191}}};
+    for (const Mark& m : marks) {
+        const std::u16string path = dir.File(u"written.bin");
+        {
+            clsUniFile f;
+            ASSERT_TRUE(f.OpenFileWrite(path));
+            EXPECT_TRUE(f.WriteBOM(m.enc));
+        }
+        EXPECT_EQ(TempDir::ReadBytes(path), m.bytes);
+    }
+}
+
+TEST(clsUniFile, NamesOutsideEveryAnsiCodePageAndPathsBeyond260) {
+    TempDir dir;
+    // Han, Devanagari, Georgian and a character beyond the basic plane: no code page has them all.
+    const std::u16string name = u"\u4E2D\u6587_\u0915\u093F_\u10D0_\U0001F600.txt";
+    const std::u16string path = dir.File(name);
+    {
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileWrite(path));
+        EXPECT_EQ(f.OpenedFileName(), path);
+        ASSERT_TRUE(f.WriteUTF8Line(name));
+    }
+    ASSERT_TRUE(TempDir::Exists(path));
+    clsSearchFiles search;
+    const SearchFilesCollection found = search.SearchInPath(dir.Path());
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0]->sFileName, name);
+    {
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(found[0]->sPathFileName()));
+        std::u16string line;
+        EXPECT_TRUE(f.ReadUTF8Line(line));
+        EXPECT_EQ(line, name);
+    }
+
+    // A folder chain well past 260 characters, made and used through the long-path rule.
+    std::u16string deep = dir.Path();
+    std::vector<std::u16string> folders;
+    while (deep.size() < 300) {
+        deep += u"\\" + std::u16string(40, u'd') + static_cast<char16_t>(u'a' + folders.size());
+        folders.push_back(deep);
+        ASSERT_TRUE(platform::CreateFolder(MakeLongPath(deep))) << platform::LastError();
+    }
+    const std::u16string longFile = deep + u"\\long name \u4E2D.txt";
+    ASSERT_GT(longFile.size(), 300u);
+    {
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileWrite(longFile));
+        ASSERT_TRUE(f.WriteUnicodeLine(u"deep"));
+    }
+    {
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(longFile));
+        std::u16string line;
+        EXPECT_TRUE(f.ReadUnicodeLine(line));
+        EXPECT_EQ(line, u"deep");
+        EXPECT_EQ(f.LOF(), 12);
+    }
+    const SearchFilesCollection inDeep = search.SearchInPath(deep);
+    ASSERT_EQ(inDeep.size(), 1u);
+    EXPECT_EQ(inDeep[0]->sPathFileName(), longFile);
+    EXPECT_EQ(inDeep[0]->dFileSize, 12);
+    // Cleared here: the scratch folder's own removal doesn't take the long form.
+    EXPECT_TRUE(platform::DeleteFileAt(MakeLongPath(longFile)));
+    for (auto it = folders.rbegin(); it != folders.rend(); ++it) EXPECT_TRUE(platform::RemoveFolder(MakeLongPath(*it)));
+}
