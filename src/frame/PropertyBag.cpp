@@ -21,3 +21,19 @@ CtlString pvBagToString(const CtlVariant& value) {
     }
     return text;
 }
+
+int32_t ReadLongProperty(PropertyBag& bag, const CtlString& key, int32_t defaultValue) {
+    return VariantToLong(bag.ReadProperty(key, defaultValue), defaultValue);
+}
+
+int16_t ReadIntegerProperty(PropertyBag& bag, const CtlString& key, int16_t defaultValue) {
+    return VariantToInteger(bag.ReadProperty(key, defaultValue), defaultValue);
+}
+
+bool ReadBoolProperty(PropertyBag& bag, const CtlString& key, bool defaultValue) {
+    return VariantToBool(bag.ReadProperty(key, defaultValue), defaultValue);
+}
+
+CtlString ReadStringProperty(PropertyBag& bag, const CtlString& key) {
+    return pvBagToString(bag.ReadProperty(key, pvStringToBag(CtlString())));
+}

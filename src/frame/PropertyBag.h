@@ -21,3 +21,10 @@ CtlVariant pvStringToBag(const CtlString& text);
 // Accepts what a bag holds, a string or a byte array (read as UTF-16LE; an odd last byte is
 // dropped); anything else, including an absent key, yields the empty string.
 CtlString pvBagToString(const CtlVariant& value);
+
+// Typed reads with a default, converting what the bag holds (see CtlVariant).
+int32_t ReadLongProperty(PropertyBag& bag, const CtlString& key, int32_t defaultValue);
+int16_t ReadIntegerProperty(PropertyBag& bag, const CtlString& key, int16_t defaultValue);
+bool ReadBoolProperty(PropertyBag& bag, const CtlString& key, bool defaultValue);
+// Through pvBagToString; an absent key gives the empty string.
+CtlString ReadStringProperty(PropertyBag& bag, const CtlString& key);
