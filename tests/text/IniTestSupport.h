@@ -71,6 +71,15 @@ inline void WriteBytes(const std::u16string& path, const std::vector<uint8_t>& b
     }
 }
 
+// Sets the read-only attribute and tells whether the host then refuses writes. Wine run as root
+// ignores the attribute when it opens a file for writing; Windows and the POSIX layer refuse.
+inline bool MakeReadOnly(const std::u16string& path) {
+    if (ufu_SetFileAttr(path, 1) != -1) return false;
+    platform::File probe = platform::File::Open(path, platform::kGenericWrite, platform::kShareRead | platform::kShareWrite,
+                                                platform::kOpenExisting, platform::kAttrNormal);
+    return !probe.IsOpen();
+}
+
 inline std::vector<uint8_t> Bytes(const std::string& text) { return std::vector<uint8_t>(text.begin(), text.end()); }
 
 // UTF-16LE with its mark, for expected file images.

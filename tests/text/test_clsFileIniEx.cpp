@@ -87,7 +87,9 @@ TEST(clsFileIniEx, LongerSeparatorsCutTheKeyByTheirExtraCharacters) {
     };
     for (const auto& c : cases) {
         const clsFileIniEx ini = Parsed(u"[s]\r\n" + c.line, u"", true, c.separator);
-        if (!c.key.empty()) EXPECT_EQ(ini.GetString(u"s", c.key, u"<none>"), c.value) << Narrow(c.line);
+        if (!c.key.empty()) {
+            EXPECT_EQ(ini.GetString(u"s", c.key, u"<none>"), c.value) << Narrow(c.line);
+        }
         Rows rows;
         ini.GetSectionRows(u"s", rows);
         if (c.key.empty()) {
@@ -166,7 +168,9 @@ TEST(clsFileIniEx, TheFileTurnsUtf16AtTheFirstTextThatNeedsIt) {
     ini.AddString(u"s", u"k", u"v");
     ASSERT_TRUE(ini.Save(path));
     const bool ansiIsPlain = CanUseAnsiForString(u"[s]\r\nk=v");
-    if (ansiIsPlain) EXPECT_EQ(ReadBytes(path), Bytes("[s]\r\nk=v"));
+    if (ansiIsPlain) {
+        EXPECT_EQ(ReadBytes(path), Bytes("[s]\r\nk=v"));
+    }
     ini.AddString(u"s", u"g", u"\u03A9\u03BC\u03AD\u03B3\u03B1");
     ASSERT_TRUE(ini.Save(path));
     EXPECT_EQ(ReadBytes(path), Utf16File(u"[s]\r\nk=v\r\ng=\u03A9\u03BC\u03AD\u03B3\u03B1"));
@@ -182,7 +186,9 @@ TEST(clsFileIniEx, TheFileTurnsUtf16AtTheFirstTextThatNeedsIt) {
     ASSERT_TRUE(fromUtf8.Load(utf8));
     EXPECT_EQ(fromUtf8.GetString(u"s", u"k"), u"\u00E9");
     ASSERT_TRUE(fromUtf8.Save());
-    if (CanUseAnsiForString(u"\u00E9")) EXPECT_EQ(ReadBytes(utf8), (std::vector<uint8_t>{'[', 's', ']', '\r', '\n', 'k', '=', 0xE9}));
+    if (CanUseAnsiForString(u"\u00E9")) {
+        EXPECT_EQ(ReadBytes(utf8), (std::vector<uint8_t>{'[', 's', ']', '\r', '\n', 'k', '=', 0xE9}));
+    }
 }
 
 TEST(clsFileIniEx, SectionListsAndRowSplitting) {
@@ -336,16 +342,18 @@ TEST(clsFileIniEx, OddTextNeitherCrashesNorLosesRows) {
     clsFileIniEx tricky = Parsed(u"k=1\r\n[k\t1234\t5-6*7-8\t4321]\r\nk=2");
     EXPECT_EQ(tricky.GetString(u"", u"k"), u"1");
 
+    clsFileIniEx nowhere = Parsed(u"k=1");
+    EXPECT_FALSE(nowhere.Save(folder.File(u"no\\such\\folder.ini"), u"\r\n", false));
+
     // A read-only file can't be saved over.
     const std::u16string locked = folder.File(u"locked.ini");
     WriteBytes(locked, Bytes("[s]\r\nk=1"));
-    ASSERT_EQ(ufu_SetFileAttr(locked, 1), -1);
+    if (!initest::MakeReadOnly(locked)) GTEST_SKIP() << "this host writes into read-only files";
     clsFileIniEx readOnly;
     ASSERT_TRUE(readOnly.Load(locked));
     readOnly.AddString(u"s", u"k", u"2");
     EXPECT_FALSE(readOnly.Save());
     EXPECT_EQ(ReadBytes(locked), Bytes("[s]\r\nk=1"));
-    EXPECT_FALSE(readOnly.Save(folder.File(u"no\\such\\folder.ini"), u"\r\n", false));
 }
 
 TEST(clsFileIniEx, RowsShareTheirSectionContentWhenCloned) {

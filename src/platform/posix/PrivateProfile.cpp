@@ -288,7 +288,8 @@ bool ProfileWriteString(const std::u16string& path, const std::u16string& sectio
         profile.lines.erase(profile.lines.begin() + static_cast<std::ptrdiff_t>(index));
         return writeProfile(path, profile);
     }
-    const std::u16string line = trimmed(*key) + u"=" + *value;
+    // A key that is there keeps the spelling the file gave it.
+    const std::u16string line = (found ? parsed.name : trimmed(*key)) + u"=" + *value;
     if (found) {
         profile.lines[index] = line;
     } else if (!sections.empty()) {
