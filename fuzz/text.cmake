@@ -1,0 +1,6 @@
+# Fuzz targets of the text core: the UTF-8 decoder, the Base64 decoder, the hex envelope and
+# large-number arithmetic checked against its own identities.
+tc_add_fuzzer(fuzz_text_utf8 ${CMAKE_CURRENT_SOURCE_DIR}/fuzz_text_utf8.cpp DEPS tc_text)
+tc_add_fuzzer(fuzz_text_base64 ${CMAKE_CURRENT_SOURCE_DIR}/fuzz_text_base64.cpp DEPS tc_text)
+tc_add_fuzzer(fuzz_text_hex ${CMAKE_CURRENT_SOURCE_DIR}/fuzz_text_hex.cpp DEPS tc_text)
+tc_add_fuzzer(fuzz_text_largenumber ${CMAKE_CURRENT_SOURCE_DIR}/fuzz_text_largenumber.cpp DEPS tc_text)
