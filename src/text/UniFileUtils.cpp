@@ -1,6 +1,7 @@
 #include "text/UniFileUtils.h"
 
 #include <algorithm>
+#include <climits>
 #include <utility>
 
 #include "common/CaseFold.h"
@@ -10,6 +11,7 @@
 #include "platform/SystemInfo.h"
 #include "text/UniStringCore.h"
 #include "text/WindowsVersion.h"
+#include "text/clsUniFile.h"
 #include "text/modLongPath.h"
 
 namespace {
@@ -114,24 +116,6 @@ std::vector<WalkItem> listFolder(const std::u16string& path, bool recurse) {
     return items;
 }
 
-platform::File openForReading(const std::u16string& path) {
-    return platform::File::Open(MakeLongPath(path), platform::kGenericRead, platform::kShareRead,
-                                platform::kOpenExisting, platform::kAttrNormal);
-}
-
-bool readExactly(platform::File& file, std::vector<uint8_t>& bytes, size_t count) {
-    bytes.assign(count, 0);
-    size_t done = 0;
-    while (done < count) {
-        // Blocks below 4 GB per platform call.
-        const uint32_t chunk = static_cast<uint32_t>(std::min<size_t>(count - done, 0x40000000u));
-        uint32_t transferred = 0;
-        if (!file.Read(bytes.data() + done, chunk, transferred) || transferred == 0) return false;
-        done += transferred;
-    }
-    return true;
-}
-
 bool writeAll(platform::File& file, const void* data, size_t count) {
     const uint8_t* bytes = static_cast<const uint8_t*>(data);
     size_t done = 0;
@@ -204,9 +188,9 @@ std::u16string ufu_GetTempPath() {
 }
 
 int64_t ufu_FileLen(const std::u16string& sFile) {
-    platform::File file = openForReading(sFile);
-    if (!file.IsOpen()) return 0;
-    return std::max<int64_t>(file.Size(), 0);
+    clsUniFile file;
+    if (!file.OpenFileRead(sFile)) return 0;
+    return std::max<int64_t>(file.LOF(), 0);
 }
 
 // ---- Path parts ----
@@ -430,48 +414,61 @@ bool ufu_CopyFolderContent(const std::u16string& sSourcePath, const std::u16stri
 // ---- Whole text files ----
 
 eFileEncoding ufu_GetFileEncoding(const std::u16string& sFile) {
-    platform::File file = openForReading(sFile);
-    if (!file.IsOpen()) return fe_ANSI;
+    clsUniFile file;
     uint8_t first = 0;
-    uint32_t transferred = 0;
-    if (!file.Read(&first, 1, transferred) || transferred != 1) return fe_ANSI;
+    if (!file.OpenFileRead(sFile) || !file.ReadByte(first)) return fe_ANSI;
     if (first == 255) return fe_UTF16LE;
     if (first == 239) return fe_UTF8;
     return fe_ANSI;
 }
 
+namespace {
+
+// Reads `count` bytes at the file's position into a new array; a count of 0 reads nothing and fails.
+bool readBlock(clsUniFile& file, int64_t count, std::vector<uint8_t>& bytes) {
+    if (count <= 0 || count > INT32_MAX) return false;
+    bytes.assign(static_cast<size_t>(count), 0);
+    return file.ReadBytes(bytes);
+}
+
+}  // namespace
+
 bool ufu_TextFileToString(const std::u16string& sNomeFile, std::u16string& sRetFile, bool bRaiseError) {
     sRetFile.clear();
     const eFileEncoding encoding = ufu_GetFileEncoding(sNomeFile);
-    bool ok = false;
-    platform::File file = openForReading(sNomeFile);
-    if (file.IsOpen()) {
-        const int64_t size = file.Size();
+    // Through the file object and its read cache, so whole-file reads share its rules.
+    clsUniFile file;
+    bool ok = file.OpenFileRead(sNomeFile);
+    if (ok) {
+        const int64_t size = file.LOF();
         std::vector<uint8_t> bytes;
-        if (size < 0) {
-            ok = false;
-        } else if (encoding == fe_ANSI) {
-            ok = size == 0 || readExactly(file, bytes, static_cast<size_t>(size));
-            if (ok && size > 0) sRetFile = platform::AnsiToWide(bytes);
+        if (encoding == fe_ANSI) {
+            if (size > 0) {
+                ok = readBlock(file, size, bytes);
+                if (ok) sRetFile = platform::AnsiToWide(bytes);
+            }
         } else if (encoding == fe_UTF16LE) {
-            ok = readExactly(file, bytes, 2);
+            ok = readBlock(file, 2, bytes);
             if (ok && size - 2 > 0) {
-                ok = readExactly(file, bytes, static_cast<size_t>(size - 2));
-                // The byte image of the text; an odd last byte is no whole code unit and is dropped.
-                sRetFile.resize(bytes.size() / 2);
-                for (size_t i = 0; i < sRetFile.size(); ++i) {
-                    sRetFile[i] = static_cast<char16_t>(bytes[2 * i] | (bytes[2 * i + 1] << 8));
+                ok = readBlock(file, size - 2, bytes);
+                if (ok) {
+                    // The byte image of the text; an odd last byte is no whole code unit and is dropped.
+                    sRetFile.resize(bytes.size() / 2);
+                    for (size_t i = 0; i < sRetFile.size(); ++i) {
+                        sRetFile[i] = static_cast<char16_t>(bytes[2 * i] | (bytes[2 * i + 1] << 8));
+                    }
                 }
-                if (!ok) sRetFile.clear();
             }
         } else {
-            ok = readExactly(file, bytes, 3);
+            ok = readBlock(file, 3, bytes);
             if (ok && size - 3 > 0) {
-                ok = readExactly(file, bytes, static_cast<size_t>(size - 3));
+                ok = readBlock(file, size - 3, bytes);
                 if (ok) sRetFile = ufu_UTF8BytesToString(bytes);
             }
         }
+        file.CloseFile();
     }
+    if (!ok) sRetFile.clear();
     if (!ok && bRaiseError) raise(u"ufu_TextFileToString", u"Error reading file");
     return ok;
 }
