@@ -8,6 +8,9 @@
 
 #include <oaidl.h>
 
+// The member CreateDC below; the platform call is always named CreateDCW.
+#undef CreateDC
+
 enum eMemDcBkMode : int32_t {
     eMemDcBkMode_TRANSPARENT = 1,
     eMemDcBkMode_OPAQUE = 2,

@@ -47,8 +47,13 @@ void lineSpan(int32_t a, int32_t b, int32_t& from, int32_t& to) {
 // The colour of gradient step t (1 at the start, towards 0 at the end).
 int32_t fadeColor(int32_t start, int32_t stop, float t) {
     const float u = 1.0f - t;
+    // Each product and the sum rounded to single precision, also where the compiler would
+    // keep more (x87): the rounding of ties depends on it.
     const auto channel = [&](int32_t s, int32_t e) {
-        return roundHalfEvenSingle(std::fabs(static_cast<float>(s) * t + static_cast<float>(e) * u));
+        const float first = static_cast<float>(s) * t;
+        const float second = static_cast<float>(e) * u;
+        const float sum = first + second;
+        return roundHalfEvenSingle(std::fabs(sum));
     };
     return rgbOf(channel(redOf(start), redOf(stop)), channel(greenOf(start), greenOf(stop)),
                  channel(blueOf(start), blueOf(stop)));
@@ -141,7 +146,9 @@ int32_t BlendColors(int32_t lColor1, int32_t lColor2, int32_t iPercent) {
     const float wa = static_cast<float>(100 - p) / 100.0f;
     const float wb = 1.0f - wa;
     const auto channel = [&](int32_t x, int32_t y) {
-        const float mixed = static_cast<float>(x) * wa + static_cast<float>(y) * wb;
+        const float first = static_cast<float>(x) * wa;
+        const float second = static_cast<float>(y) * wb;
+        const float mixed = first + second;
         return ClipByte(roundHalfEvenSingle(mixed));
     };
     return rgbOf(channel(redOf(a), redOf(b)), channel(greenOf(a), greenOf(b)), channel(blueOf(a), blueOf(b)));

@@ -1,6 +1,8 @@
 // Test-only counters of live GDI objects (through the test executable's gdi32 imports) and of the thread's windows.
 #pragma once
 
+#if defined(_WIN32)
+
 #include <cstddef>
 
 #include "platform/win32/WinApi.h"
@@ -18,7 +20,10 @@ size_t LiveGdiObjects();
 // Device contexts obtained through GetDC/GetWindowDC/GetDCEx and not yet released.
 size_t HeldWindowDCs();
 
-// Windows of the calling thread, top-level and children.
+// Windows of the calling thread, top-level, message-only and children, without the input-method
+// window that the system adds to every thread with windows.
 size_t ThreadWindowCount();
 
 }  // namespace testsupport
+
+#endif  // _WIN32
