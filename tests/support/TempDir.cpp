@@ -7,6 +7,10 @@
 #include <stdexcept>
 #include <system_error>
 
+#if defined(_WIN32)
+#include "platform/win32/WinApi.h"
+#endif
+
 namespace testsupport {
 namespace {
 
@@ -112,6 +116,15 @@ bool TempDir::Exists(const std::u16string& libraryPath) {
 
 void TempDir::MakeFolder(const std::u16string& libraryPath) {
     std::filesystem::create_directories(HostPath(libraryPath));
+}
+
+bool RunningUnderWine() {
+#if defined(_WIN32)
+    const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
+    return ntdll != nullptr && ::GetProcAddress(ntdll, "wine_get_version") != nullptr;
+#else
+    return false;
+#endif
 }
 
 std::vector<uint8_t> Bytes(const std::string& text) {

@@ -37,6 +37,9 @@ private:
 // Bytes from a string of byte values written as text: Bytes("a\r\n") is 97, 13, 10.
 std::vector<uint8_t> Bytes(const std::string& text);
 
+// True when the test runs under Wine rather than on Windows (or natively).
+bool RunningUnderWine();
+
 // For failure messages: UTF-16 as UTF-8.
 std::string Utf8(const std::u16string& text);
 

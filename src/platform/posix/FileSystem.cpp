@@ -274,31 +274,56 @@ bool copyFileHost(const std::string& from, const std::string& to, bool failIfExi
     return ok && closed;
 }
 
-// Windows wild cards on one name: case-insensitive; '*' any run, '?' one character; a trailing
-// ".*" also takes a name with no dot there, and a trailing '.' matches the end of a name that has
-// no dot, so "*.*" takes every name and "*." the names without an extension.
-bool matchFrom(const std::u16string& pattern, size_t p, const std::u16string& name, size_t n) {
+// Windows wild cards on one name, case-insensitive, with the DOS forms the find call turns a
+// pattern into: '?' becomes a mark that matches one character or, at a dot or the end of the
+// name, nothing; a '.' before '?', '*' or the end becomes one that matches a dot or the end; a
+// '*' before '.' becomes one that cannot pass the name's last dot. So "*.*" takes every name,
+// "*." the names without an extension, and "abc.*" also "abc".
+constexpr char16_t kDosQm = 0xF001;
+constexpr char16_t kDosDot = 0xF002;
+constexpr char16_t kDosStar = 0xF003;
+
+std::u16string dosPattern(const std::u16string& pattern) {
+    std::u16string out = pattern;
+    for (size_t i = 0; i < pattern.size(); ++i) {
+        const char16_t next = i + 1 < pattern.size() ? pattern[i + 1] : u'\0';
+        if (pattern[i] == u'?') {
+            out[i] = kDosQm;
+        } else if (pattern[i] == u'.' && (next == u'?' || next == u'*' || next == u'\0')) {
+            out[i] = kDosDot;
+        } else if (pattern[i] == u'*' && next == u'.') {
+            out[i] = kDosStar;
+        }
+    }
+    return out;
+}
+
+bool matchFrom(const std::u16string& pattern, size_t p, const std::u16string& name, size_t n, size_t lastDot) {
     while (p < pattern.size()) {
         const char16_t pc = pattern[p];
-        if (pc == u'*') {
-            while (p < pattern.size() && pattern[p] == u'*') ++p;
-            if (p == pattern.size()) return true;
-            for (size_t k = n; k <= name.size(); ++k) {
-                if (matchFrom(pattern, p, name, k)) return true;
+        if (pc == u'*' || pc == kDosStar) {
+            // A DOS star stops short of the last dot of the name.
+            const size_t limit = (pc == kDosStar && lastDot != std::u16string::npos && lastDot >= n) ? lastDot
+                                                                                                  : name.size();
+            for (size_t k = n; k <= limit; ++k) {
+                if (matchFrom(pattern, p + 1, name, k, lastDot)) return true;
             }
             return false;
         }
-        if (n == name.size()) {
-            // At the end of the name: ".*" or a lone '.' may still match nothing.
-            const std::u16string rest = pattern.substr(p);
-            return rest == u"." || rest == u".*" || rest == u"*";
-        }
-        if (pc == u'?') {
+        if (pc == kDosQm) {
+            if (n < name.size() && name[n] != u'.') ++n;
             ++p;
-            ++n;
             continue;
         }
-        if (FoldCaseUnit(pc) != FoldCaseUnit(name[n])) return false;
+        if (pc == kDosDot) {
+            if (n < name.size()) {
+                if (name[n] != u'.') return false;
+                ++n;
+            }
+            ++p;
+            continue;
+        }
+        if (n == name.size() || FoldCaseUnit(pc) != FoldCaseUnit(name[n])) return false;
         ++p;
         ++n;
     }
@@ -307,14 +332,7 @@ bool matchFrom(const std::u16string& pattern, size_t p, const std::u16string& na
 
 bool wildMatch(const std::u16string& pattern, const std::u16string& name) {
     if (pattern == u"*.*" || pattern == u"*") return true;
-    if (pattern.size() >= 2 && pattern.back() == u'.' && pattern[pattern.size() - 2] != u'*' &&
-        pattern != u"." && pattern != u"..") {
-        // "name." names the file without the dot.
-        return name.find(u'.') == std::u16string::npos &&
-               matchFrom(pattern.substr(0, pattern.size() - 1), 0, name, 0);
-    }
-    if (pattern == u"*.") return name.find(u'.') == std::u16string::npos || name == u"." || name == u"..";
-    return matchFrom(pattern, 0, name, 0);
+    return matchFrom(dosPattern(pattern), 0, name, 0, name.rfind(u'.'));
 }
 
 struct FindState {
