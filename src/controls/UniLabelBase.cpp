@@ -28,7 +28,7 @@ std::vector<CtlString> captionLines(const CtlString& caption) {
     CtlString text;
     text.reserve(caption.size());
     for (size_t i = 0; i < caption.size(); ++i) {
-        if (caption[i] == u'\r' && i + 1 < caption.size() && caption[i + 1] == u'\n') continue;  // CR LF -> CR
+        if (caption[i] == u'\n' && i > 0 && caption[i - 1] == u'\r') continue;  // CR LF -> CR
         text.push_back(caption[i]);
     }
     std::vector<CtlString> lines;
