@@ -1,0 +1,116 @@
+// Gallery page 1: every DrawButton style in several back colours, the marks, field frames and image helpers.
+#include "GalleryPage.h"
+
+#include "graphics/DrawButton.h"
+#include "graphics/clsFontHDC.h"
+#include "graphics/modCommonDraw.h"
+
+namespace {
+
+const char16_t* const kStyleNames[] = {u"Flat", u"Xp", u"XpEx", u"Vista", u"Glass",
+                                       u"Vista2", u"Vista3", u"Vista4", u"Xp2"};
+constexpr int32_t kBacks[] = {0x00F0F0F0, 0x00FFFFFF, 0x00404040, 0x00D08040};
+const char16_t* const kBackNames[] = {u"0xF0F0F0", u"0xFFFFFF", u"0x404040", u"0xD08040"};
+
+// A face that has the scripts of the sample line, when the system has one.
+CtlString textFace() {
+    for (const char16_t* face : {u"DejaVu Sans", u"Segoe UI", u"Arial Unicode MS", u"Tahoma"}) {
+        if (IsFontInstalled(face)) return face;
+    }
+    return u"Tahoma";
+}
+
+int32_t textOn(int32_t back) { return GetColorLuminance(back) < 128 ? 0x00FFFFFF : 0x00202020; }
+
+class ButtonStylesPage : public GalleryPage {
+public:
+    void Paint(HDC hdc, const RECT& area) override {
+        const CtlString face = textFace();
+        ::SetBkMode(hdc, TRANSPARENT);
+        const int32_t left = area.left + 12;
+        int32_t y = area.top + 10;
+        {
+            clsFontHDC font;
+            font.SetFontToDC(hdc, face, 11, 0x00202020, true);
+            DrawTextCoords(hdc, u"DrawButton: nine styles from one back colour", left, y, area.right, y + 22,
+                           DT_SINGLELINE | DT_NOPREFIX);
+        }
+        y += 28;
+        clsFontHDC font;
+        font.SetFontToDC(hdc, face, 8, 0x00202020);
+        constexpr int32_t kLabelWidth = 70, kCell = 96, kGap = 6;
+        for (int k = 0; k < 4; ++k) {
+            const int32_t x = left + kLabelWidth + k * (2 * (kCell + kGap) + 10);
+            DrawTextColorCoords(hdc, CtlString(u"back ") + kBackNames[k] + u": normal, pressed", x, y,
+                                x + 2 * (kCell + kGap), y + 16, DT_SINGLELINE | DT_NOPREFIX, 0x00202020);
+        }
+        y += 20;
+        for (int32_t s = 0; s <= 8; ++s) {
+            DrawTextColorCoords(hdc, kStyleNames[s], left, y, left + kLabelWidth, y + 28,
+                                DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX, 0x00202020);
+            for (int k = 0; k < 4; ++k) {
+                for (int pressed = 0; pressed < 2; ++pressed) {
+                    const int32_t x = left + kLabelWidth + k * (2 * (kCell + kGap) + 10) + pressed * (kCell + kGap);
+                    CTL_RECT cell{x, y, x + kCell, y + 28};
+                    DrawButton(hdc, cell, kBacks[k], true, -1, pressed != 0, false, false, false, pressed == 0, s, -1);
+                    DrawTextColorCoords(hdc, kStyleNames[s], x, y, x + kCell, y + 28,
+                                        DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX, textOn(kBacks[k]));
+                }
+            }
+            y += 34;
+        }
+
+        // Marks, field frames and gradients.
+        y += 8;
+        struct Mark {
+            const char16_t* text;
+            bool isDefault, isCancel, focus;
+        };
+        const Mark marks[] = {{u"Default", true, false, false}, {u"Cancel", false, true, false},
+                              {u"Focus", false, false, true}, {u"All three", true, true, true}};
+        int32_t x = left;
+        for (const Mark& mark : marks) {
+            CTL_RECT cell{x, y, x + 110, y + 30};
+            DrawButton(hdc, cell, static_cast<int32_t>(0x8000000Fu), true, -1, false, mark.isDefault, mark.isCancel,
+                       mark.focus, true, iCtlBtnStyle_UseDefault, -1);
+            DrawTextColorCoords(hdc, mark.text, x, y, x + 110, y + 30,
+                                DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX, 0x00202020);
+            x += 118;
+        }
+        const char16_t* const frames[] = {u"Square field", u"Rounded field", u"Underline only"};
+        for (int i = 0; i < 3; ++i) {
+            CTL_RECT field{x, y + 4, x + 120, y + 26};
+            DrawRect(hdc, field, 0x00FFFFFF, true);
+            pvDrawFlatFrame(hdc, field, 0x00FFFFFF, 0x00A0A0A0, i == 1, -1, i == 2);
+            DrawTextColorCoords(hdc, frames[i], x + 6, y + 4, x + 120, y + 26,
+                                DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX, 0x00404040);
+            x += 128;
+        }
+        y += 42;
+        FadeToXCoords(hdc, left, y, left + 400, y + 16, 0x00D08040, 0x00FFFFFF);
+        FadeToXCoords(hdc, left + 410, y, left + 810, y + 16, 0x00404040, 0x0040C0F0);
+        y += 26;
+
+        // Images: a system icon as it is and grayed.
+        const HICON icon = ::LoadIconW(nullptr, MAKEINTRESOURCEW(32516));
+        const CtlPictureRef picture{icon, kPicTypeIcon};
+        OverlapImageCoords(hdc, left, y, left + 40, y + 40, false, picture);
+        OverlapImageCoords(hdc, left + 44, y, left + 84, y + 40, true, picture);
+        DrawTextColorCoords(hdc, u"an icon, and grayed", left + 92, y, left + 400, y + 40,
+                            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX, 0x00202020);
+        y += 50;
+
+        clsFontHDC large;
+        large.SetFontToDC(hdc, face, 12, 0x00202020);
+        DrawTextCoords(hdc,
+                       u"UTF-16 end to end: English \u00B7 Fran\u00E7ais \u00B7 \u0395\u03BB\u03BB\u03B7\u03BD\u03B9"
+                       u"\u03BA\u03AC \u00B7 \u0420\u0443\u0441\u0441\u043A\u0438\u0439 \u00B7 \u05E2\u05D1\u05E8"
+                       u"\u05D9\u05EA \u00B7 \u0627\u0644\u0639\u0631\u0628\u064A\u0629 \u00B7 \u0544\u0561\u0575"
+                       u"\u0580\u0565\u0576\u056B",
+                       left, y, area.right - 12, y + 26, DT_SINGLELINE | DT_NOPREFIX);
+    }
+};
+
+}  // namespace
+
+TC_GALLERY_PAGE(ButtonStylesPage, 10, L"Button styles")
