@@ -1,5 +1,6 @@
 #include "frame/cUniSubclass.h"
 
+#include "frame/PreviousProcCall.h"
 #include "frame/ThunkMemory.h"
 
 namespace {
@@ -52,7 +53,7 @@ LRESULT hookedMessage(cUniSubclass& self, HWND hwnd, UINT message, WPARAM wParam
     LRESULT result = 0;
     self.passTo(self.m_before, true, stop, result, hwnd, message, wParam, lParam);
     if (stop != VARIANT_FALSE) return result;
-    result = ::CallWindowProcW(self.m_previous, hwnd, message, wParam, lParam);
+    result = self.m_caller(hwnd, message, wParam, lParam);
     self.passTo(self.m_after, false, stop, result, hwnd, message, wParam, lParam);
     return result;
 }
@@ -203,6 +204,7 @@ bool cUniSubclass::Subclass(HWND Hwnd, ISubclassOwner* Owner) {
 #if defined(_WIN64)
     m_owner = Owner;
     m_previous = old;
+    m_caller = PreviousProcCall(old);
     m_data->previous = old;
 #else
     ThunkMemory::PatchAbsolute(m_thunk, kSlotPrevious1, asSlot(reinterpret_cast<const void*>(old)));
@@ -218,6 +220,10 @@ bool cUniSubclass::Subclass(HWND Hwnd, ISubclassOwner* Owner) {
         return false;
     }
     m_previous = replaced;
+#if defined(_WIN64)
+    m_caller = PreviousProcCall(replaced);
+    m_data->previous = replaced;
+#endif
     return true;
 }
 

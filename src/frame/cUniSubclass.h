@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "frame/ISubclassOwner.h"
+#include "frame/PreviousProcCall.h"
 
 class cUniSubclass {
 public:
@@ -53,6 +54,7 @@ private:
                 WPARAM& wParam, LPARAM& lParam) noexcept;
     ThunkData* m_data = nullptr;
     ISubclassOwner* m_owner = nullptr;
+    PreviousProcCall m_caller;
 #endif
 
     HWND m_hWnd = nullptr;

@@ -5,6 +5,7 @@
 
 #include "common/CtlError.h"
 #include "frame/MSubclass.h"
+#include "frame/PreviousProcCall.h"
 #include "frame/SubclassAttachments.h"
 #include "frame/PlumbingTestSupport.h"
 
@@ -162,4 +163,55 @@ TEST(MSubclass, ClientOfDestroyIsCalledAndAFailingClientStaysInside) {
     EXPECT_EQ(log.Text(), "A+:destroy prev:destroy");
     // The dead handle does not linger once the window is gone.
     EXPECT_EQ(MSubclass::Table().WindowCount(), 0u);
+}
+
+namespace {
+
+LRESULT CALLBACK ansiProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return ::DefWindowProcA(window, message, wParam, lParam);
+}
+
+}  // namespace
+
+// An ANSI window's procedure comes back from GetWindowLongPtrW as a handle that only
+// CallWindowProcW can call; the engine must still reach it, with the text translated.
+TEST(MSubclass, AnsiWindowsKeepTheirTranslation) {
+    WNDCLASSEXA wc{};
+    wc.cbSize = sizeof wc;
+    wc.lpfnWndProc = &ansiProc;
+    wc.hInstance = ::GetModuleHandleW(nullptr);
+    wc.lpszClassName = "PlumbingAnsiWindow";
+    ::RegisterClassExA(&wc);
+    const HWND window = ::CreateWindowExA(0, wc.lpszClassName, "", WS_OVERLAPPED, 0, 0, 50, 50, nullptr, nullptr,
+                                          wc.hInstance, nullptr);
+    ASSERT_NE(window, nullptr);
+    const auto previous = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(window, GWLP_WNDPROC));
+
+    struct Case {
+        const char* what;
+        WNDPROC proc;
+        bool plain;
+    };
+    const Case cases[] = {
+        {"our own procedure", RecordingWindow::OriginalProc(), true},
+        {"no procedure", nullptr, false},
+        {"a handle value", reinterpret_cast<WNDPROC>(static_cast<uintptr_t>(0xFFFF0123u)), false},
+        // Windows and Wine both answer the wide query on an ANSI window with a handle.
+        {"the ANSI window's procedure as the wide call sees it", previous, false},
+    };
+    for (const Case& c : cases) EXPECT_EQ(PreviousProcCall::IsPlainCode(c.proc), c.plain) << c.what;
+
+    CallLog log;
+    RecordingClient client(log, "A");
+    {
+        SubclassAttachments attachments(&client);
+        attachments.Attach(window, WM_SETTEXT, emr3AttachBefore);
+        EXPECT_TRUE(::SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"plain text")));
+        EXPECT_EQ(log.Text(), "A+:" + std::to_string(WM_SETTEXT));
+        char text[32] = {};
+        ::GetWindowTextA(window, text, 32);
+        EXPECT_STREQ(text, "plain text");
+    }
+    EXPECT_EQ(::GetWindowLongPtrW(window, GWLP_WNDPROC), reinterpret_cast<LONG_PTR>(previous));
+    ::DestroyWindow(window);
 }
