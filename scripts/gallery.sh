@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
 # Builds the gallery (win64 preset, build/win64) and runs it under Wine: the live window when a
 # display is set, otherwise under Xvfb writing build/gallery/swatches.png and screenshot.png.
+# TC_GALLERY_BUILD names another build tree.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
 scripts/bootstrap.sh
-cmake --preset win64 >/dev/null
-cmake --build build/win64 --target tarnwick-gallery -j2
-exe=build/win64/demo/tarnwick-gallery.exe
+build=${TC_GALLERY_BUILD:-build/win64}
+cmake --preset win64 -B "$build" >/dev/null
+cmake --build "$build" --target tarnwick-gallery -j2
+exe=$build/demo/tarnwick-gallery.exe
 if [ -n "${DISPLAY:-}" ]; then
   exec scripts/wine-run.sh "$exe" "$@"
 fi
