@@ -10,8 +10,9 @@ namespace {
 
 constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-// Marks a byte beyond the decode table in the widened table used by the decoding loop.
+// Flags in the widened table of the decoding loop: a byte beyond the decode table, a byte to skip.
 constexpr uint16_t kBeyondTable = 0x8000;
+constexpr uint16_t kSkipped = 0x4000;
 
 bool isSkippedInBase64(uint8_t b) noexcept {
     return b == 13 || b == 10 || b == 32 || b == 9;
@@ -148,57 +149,64 @@ void clsBase64::DecodeB64(const std::u16string& sText, std::vector<uint8_t>& aOu
     }
     std::vector<uint8_t> clean;
     Unspan(sText, clean);
-    decodeClean(clean, aOut);
+    DecodeB64(clean, aOut);
 }
 
 void clsBase64::DecodeB64(std::span<const uint8_t> aIn, std::vector<uint8_t>& aOut) const {
     aOut.clear();
-    size_t firstSkipped = 0;
-    while (firstSkipped < aIn.size() && !isSkippedInBase64(aIn[firstSkipped])) {
-        ++firstSkipped;
-    }
-    if (firstSkipped == aIn.size()) {
-        decodeClean(aIn, aOut);
+    // Most text carries no line breaks: decode it as it stands, and clean it only when the
+    // decoding met a byte that has to be skipped.
+    if (decodeClean(aIn, aOut)) {
         return;
     }
-    std::vector<uint8_t> clean(aIn.begin(), aIn.begin() + static_cast<std::ptrdiff_t>(firstSkipped));
+    std::vector<uint8_t> clean;
     clean.reserve(aIn.size());
-    for (size_t i = firstSkipped; i < aIn.size(); ++i) {
-        if (!isSkippedInBase64(aIn[i])) {
-            clean.push_back(aIn[i]);
+    for (const uint8_t b : aIn) {
+        if (!isSkippedInBase64(b)) {
+            clean.push_back(b);
         }
     }
     decodeClean(clean, aOut);
 }
 
-void clsBase64::decodeClean(std::span<const uint8_t> clean, std::vector<uint8_t>& aOut) const {
+bool clsBase64::decodeClean(std::span<const uint8_t> text, std::vector<uint8_t>& aOut) const {
     aOut.clear();
-    const size_t n = clean.size();
+    const size_t n = text.size();
     if (n == 0) {
-        return;
+        return true;
     }
     size_t padding = 0;
-    if (clean[n - 1] == kPad) {
-        padding = (n >= 2 && clean[n - 2] == kPad) ? 2 : 1;
+    if (text[n - 1] == kPad) {
+        padding = (n >= 2 && text[n - 2] == kPad) ? 2 : 1;
     }
     const size_t rounded = threeQuartersRounded(n);
     if (rounded <= padding) {
-        return;
+        // Only texts of up to three bytes get here.
+        for (const uint8_t b : text) {
+            if (isSkippedInBase64(b)) {
+                return false;
+            }
+        }
+        return true;
     }
     // The output length comes from the text length alone, so a text whose length isn't a
     // multiple of 4 loses its last bytes, and padding always shortens the last group.
     const size_t outLen = rounded - padding;
 
     // Values are not checked: 255 of a non-alphabet byte and 64 of "=" go into the arithmetic
-    // and each output byte keeps the low eight bits.
+    // and each output byte keeps the low eight bits. The widened table flags the bytes beyond
+    // the decode table and the ones to skip.
     std::array<uint16_t, 256> table{};
     for (size_t i = 0; i < 256; ++i) {
         table[i] = i < kDecodeTableSize ? m_aDecode[i] : kBeyondTable;
     }
+    for (const uint8_t skipped : {uint8_t{13}, uint8_t{10}, uint8_t{32}, uint8_t{9}}) {
+        table[skipped] = static_cast<uint16_t>(table[skipped] | kSkipped);
+    }
 
     std::vector<uint8_t> out(outLen);
-    uint16_t seen = 0;
-    const uint8_t* in = clean.data();
+    uint32_t seen = 0;
+    const uint8_t* in = text.data();
     uint8_t* dst = out.data();
     // Groups whose three bytes all fit, with all four characters present.
     size_t fastGroups = n / 4;
@@ -210,7 +218,7 @@ void clsBase64::decodeClean(std::span<const uint8_t> clean, std::vector<uint8_t>
         const uint32_t b = table[in[1]];
         const uint32_t c = table[in[2]];
         const uint32_t d = table[in[3]];
-        seen |= static_cast<uint16_t>(a | b | c | d);
+        seen |= a | b | c | d;
         dst[0] = static_cast<uint8_t>(a * 4 + ((b / 16) & 3));
         dst[1] = static_cast<uint8_t>(b * 16 + ((c / 4) & 15));
         dst[2] = static_cast<uint8_t>(c * 64 + d);
@@ -221,8 +229,8 @@ void clsBase64::decodeClean(std::span<const uint8_t> clean, std::vector<uint8_t>
     for (size_t pos = fastGroups * 4; pos < n; pos += 4) {
         uint32_t v[4] = {0, 0, 0, 0};
         for (size_t k = 0; k < 4 && pos + k < n; ++k) {
-            v[k] = table[clean[pos + k]];
-            seen |= static_cast<uint16_t>(v[k]);
+            v[k] = table[text[pos + k]];
+            seen |= v[k];
         }
         const uint8_t bytes[3] = {
             static_cast<uint8_t>(v[0] * 4 + ((v[1] / 16) & 3)),
@@ -234,10 +242,14 @@ void clsBase64::decodeClean(std::span<const uint8_t> clean, std::vector<uint8_t>
             out[at + k] = bytes[k];
         }
     }
+    if ((seen & kSkipped) != 0) {
+        return false;
+    }
     if ((seen & kBeyondTable) != 0) {
         throw subscriptError();
     }
     aOut = std::move(out);
+    return true;
 }
 
 std::u16string clsBase64::GetEncodedB64String(const std::u16string& sText, bool bUnicode) const {

@@ -42,8 +42,8 @@ public:
     const uint8_t* DecodeTable() const noexcept { return m_aDecode; }
 
 private:
-    // Decodes text already free of line breaks and blanks.
-    void decodeClean(std::span<const uint8_t> clean, std::vector<uint8_t>& aOut) const;
+    // Decodes text free of line breaks and blanks; false (and aOut empty) when it met one.
+    bool decodeClean(std::span<const uint8_t> text, std::vector<uint8_t>& aOut) const;
 
     uint8_t m_aEncode[64] = {};
     uint8_t m_aDecode[kDecodeTableSize] = {};
