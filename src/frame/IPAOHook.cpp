@@ -138,7 +138,7 @@ void ActivateHook(IPAOHookStruct& record, IOleObject* control, HWND controlWindo
     RECT position{};
     RECT clip{};
     OLEINPLACEFRAMEINFO frameInfo{};
-    frameInfo.cb = sizeof frameInfo;
+    frameInfo.cb = sizeof frameInfo;  // 20 on 32-bit Windows, 32 on 64-bit
     site.pointer->GetWindowContext(&frame.pointer, &document.pointer, &position, &clip, &frameInfo);
     if (frame.pointer) frame.pointer->SetActiveObject(AsInterface(record), nullptr);
     if (controlWindow != nullptr) {
