@@ -169,12 +169,8 @@ TEST(clsFileIni, EveryMemberNeedsAFile) {
     } calls[] = {
         {"ReadString", [](clsFileIni& i, Rows&) { i.ReadString(u"a", u"b"); }},
         {"WriteString", [](clsFileIni& i, Rows&) { i.WriteString(u"a", u"b", u"c"); }},
-        {"WriteBool", [](clsFileIni& i, Rows&) { i.WriteBool(u"a", u"b", true); }},
-        {"ReadBool", [](clsFileIni& i, Rows&) { i.ReadBool(u"a", u"b"); }},
         {"GetSectionRowKey", [](clsFileIni& i, Rows& r) { i.GetSectionRowKey(r, 0); }},
-        {"GetSectionRowValue", [](clsFileIni& i, Rows& r) { i.GetSectionRowValue(r, 0); }},
         {"GetSectionRows", [](clsFileIni& i, Rows& r) { i.GetSectionRows(u"a", r); }},
-        {"GetSectionNames", [](clsFileIni& i, Rows& r) { i.GetSectionNames(r); }},
     };
     for (const auto& c : calls) {
         try {

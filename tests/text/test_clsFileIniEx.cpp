@@ -356,24 +356,4 @@ TEST(clsFileIniEx, OddTextNeitherCrashesNorLosesRows) {
     EXPECT_EQ(ReadBytes(locked), Bytes("[s]\r\nk=1"));
 }
 
-TEST(clsFileIniEx, RowsShareTheirSectionContentWhenCloned) {
-    const clsFileIniEx ini = Parsed(u"[s]\r\nk=1");
-    const clsFileIniEx_RowCollection* rows = ini.Rows();
-    ASSERT_NE(rows, nullptr);
-    ASSERT_EQ(rows->Count(), 1u);
-    const auto section = (*rows)[0];
-    EXPECT_EQ(section->sRow, u"[s]");
-    EXPECT_EQ(section->sSection, u"s");
-    const auto copy = section->Clone();
-    EXPECT_NE(copy, section);
-    EXPECT_EQ(copy->oRows, section->oRows);
-    EXPECT_EQ(copy->sRow, u"[s]");
-    const auto key = (*section->oRows)[0];
-    const auto into = key->Clone(copy);
-    EXPECT_EQ(into, copy);
-    EXPECT_EQ(copy->sKey, u"k");
-    EXPECT_EQ(copy->sValue, u"1");
-    EXPECT_EQ(copy->oRows, nullptr);
-}
-
 }  // namespace
