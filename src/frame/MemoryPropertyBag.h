@@ -11,7 +11,8 @@ public:
     CtlVariant ReadProperty(const CtlString& key, const CtlVariant& defaultValue) override;
     // As the host's bags do, a value equal to its non-empty default is not stored (and an older
     // entry under the key is dropped), so the reader's default brings it back.
-    void WriteProperty(const CtlString& key, const CtlVariant& value, const CtlVariant& defaultValue) override;
+    void WriteProperty(const CtlString& key, const CtlVariant& value,
+                       const CtlVariant& defaultValue = CtlVariant()) override;
 
     bool Contains(const CtlString& key) const;
     // The stored value, or empty when absent: for inspection, not for controls.

@@ -447,6 +447,42 @@ TEST(ctlUniLabel, TransparentLabelIsShapedLikeItsGlyphs) {
     ::DeleteObject(region);
 }
 
+// The example of docs/hosting-controls.md, kept compiling and checked here.
+class GreetingEvents final : public ctlUniLabelEvents {
+public:
+    int clicks = 0;
+    void Click() override { ++clicks; }
+    void MouseDown(int16_t& Button, int16_t&, float&, float&) override { lastButton = Button; }
+    int16_t lastButton = 0;
+};
+
+TEST(ctlUniLabel, HostedAsTheGuideShows) {
+    testsupport::TestHostWindow form;
+    Win32Surface surface(form.get(), 10, 10, 200, 24);
+    surface.HostExtender().Name(u"lblGreeting");
+    GreetingEvents events;
+    ctlUniLabel label(surface, &events);
+
+    MemoryPropertyBag bag;
+    bag.WriteProperty(u"Caption", pvStringToBag(u"Hello, \u043C\u0438\u0440 \U0001F600"));
+    bag.WriteProperty(u"Alignment", int32_t{UniLabel_Align_Center});
+    label.ReadProperties(bag);
+    label.BorderStyle(UniLabel_BS_Border);
+
+    ::SendMessageW(surface.hWnd(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(4, 4));
+    ::SendMessageW(surface.hWnd(), WM_RBUTTONUP, 0, MAKELPARAM(4, 4));
+    PumpMessages();
+    EXPECT_EQ(events.clicks, 1);  // the label raises Click for any button, unchanged
+    EXPECT_EQ(events.lastButton, 2);
+    EXPECT_EQ(label.Caption(), u"Hello, \u043C\u0438\u0440 \U0001F600");
+    EXPECT_EQ(label.Alignment(), UniLabel_Align_Center);
+
+    MemoryPropertyBag saved;
+    label.WriteProperties(saved);
+    EXPECT_EQ(pvBagToString(saved.Peek(u"Caption")), label.Caption());
+    EXPECT_EQ(VariantToLong(saved.Peek(u"BorderStyle"), -1), 1);
+}
+
 void createPaintDestroy(HWND host, int index) {
     Win32Surface surface(host, 0, 0, 120, 24);
     ctlUniLabel label(surface);

@@ -13,7 +13,8 @@ public:
         reads.push_back(key);
         return MemoryPropertyBag::ReadProperty(key, defaultValue);
     }
-    void WriteProperty(const CtlString& key, const CtlVariant& value, const CtlVariant& defaultValue) override {
+    void WriteProperty(const CtlString& key, const CtlVariant& value,
+                       const CtlVariant& defaultValue = CtlVariant()) override {
         writes.push_back(key);
         MemoryPropertyBag::WriteProperty(key, value, defaultValue);
     }
