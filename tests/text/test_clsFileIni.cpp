@@ -142,6 +142,33 @@ TEST(clsFileIni, TheFirstTextThatNeedsItTurnsTheFileUtf16) {
     EXPECT_EQ(existing.ReadString(u"new", u"g"), kGreek);
 }
 
+TEST(clsFileIni, RepeatedSectionsLinesWithoutEqualsAndThePreamble) {
+    ScratchFolder folder;
+    clsFileIni ini;
+    ini.IniFile(folder.File(u"shapes.ini"));
+    WriteBytes(ini.IniFile(), Bytes("top=1\r\n[Q]\r\na=\"quoted\"\r\n  e  =  5  \r\nnoeq\r\n; k=c\r\n\r\n"
+                                    "empty=\r\n[Q]\r\nz=dup\r\n[ Sp ]\r\nx=1\r\n"));
+    Rows rows;
+    // Section lines come trimmed around the "=", unquoted values stay quoted, comments are left out.
+    ini.GetSectionRows(u"Q", rows);
+    EXPECT_EQ(rows, (Rows{u"a=\"quoted\"", u"e=5", u"noeq", u"empty=", u""}));
+    ini.GetSectionNames(rows);
+    EXPECT_EQ(rows, (Rows{u"Q", u"Q", u"Sp", u""}));
+    const struct {
+        std::u16string section, key, expected;
+    } cases[] = {
+        {u"Q", u"z", u"dflt"},     // only the first [Q] is read
+        {u"Q", u"noeq", u"dflt"},  // a line without "=" is no key
+        {u"", u"top", u"1"},       // the lines before the first header
+        {u"sp", u"x", u"1"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(ini.ReadString(c.section, c.key, u"dflt"), c.expected) << Narrow(c.key);
+    // A new key goes behind the last line of the first section of its name.
+    ini.WriteString(u"q", u"new", u"n");
+    ini.GetSectionRows(u"Q", rows);
+    EXPECT_EQ(rows, (Rows{u"a=\"quoted\"", u"e=5", u"noeq", u"empty=", u"new=n", u""}));
+}
+
 TEST(clsFileIni, SectionRowsSplitAtTheFirstEquals) {
     clsFileIni ini;
     ini.IniFile(u"unused.ini");

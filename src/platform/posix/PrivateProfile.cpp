@@ -10,7 +10,9 @@
 
 // The published behaviour of the Windows profile calls, on a file read whole and written whole:
 // comments start with ';', names and values are trimmed of blanks and tabs, lookups ignore case,
-// lines before the first section belong to no section, the first of repeated sections and keys wins.
+// lines before the first header form the section with the empty name, only the first of repeated
+// sections is seen, a line without '=' is listed with its section but is no key. Writes change
+// only the lines they concern, so the rest of the file keeps its layout.
 
 namespace platform {
 namespace {
@@ -25,7 +27,7 @@ std::u16string trimmed(const std::u16string& text) {
     return text.substr(first, last - first);
 }
 
-enum class LineKind { Other, Blank, Comment, Section, Key };
+enum class LineKind { Other, Blank, Comment, Section, Key };  // Other: text without '=' 
 
 struct ParsedLine {
     LineKind kind = LineKind::Other;
@@ -45,11 +47,12 @@ ParsedLine parseLine(const std::u16string& line) {
         const size_t close = text.find(u']');
         parsed.name = trimmed(text.substr(1, close == std::u16string::npos ? std::u16string::npos : close - 1));
     } else {
-        parsed.kind = LineKind::Key;
         const size_t equals = text.find(u'=');
         if (equals == std::u16string::npos) {
+            parsed.kind = LineKind::Other;
             parsed.name = text;
         } else {
+            parsed.kind = LineKind::Key;
             parsed.name = trimmed(text.substr(0, equals));
             parsed.value = trimmed(text.substr(equals + 1));
         }
@@ -146,30 +149,40 @@ bool writeProfile(const std::u16string& path, const ProfileText& profile) {
 }
 
 // Where a section's lines lie: from its header to the line before the next header.
+constexpr size_t kNoHeader = static_cast<size_t>(-1);
+
 struct SectionRange {
-    size_t header = 0;
+    size_t header = 0;  // kNoHeader for the lines before the first header
     size_t end = 0;
 };
 
+// Every section of that name, in file order; the lines before the first header count as a
+// section with the empty name that has no header line of its own.
 std::vector<SectionRange> findSections(const std::vector<std::u16string>& lines, const std::u16string& name) {
     std::vector<SectionRange> found;
-    bool inside = false;
+    const std::u16string wanted = trimmed(name);
+    bool inside = wanted.empty();
+    if (inside) found.push_back(SectionRange{kNoHeader, lines.size()});
     for (size_t i = 0; i < lines.size(); ++i) {
         const ParsedLine parsed = parseLine(lines[i]);
         if (parsed.kind != LineKind::Section) continue;
         if (inside) found.back().end = i;
-        inside = EqualsIgnoreCase(parsed.name, trimmed(name));
+        inside = EqualsIgnoreCase(parsed.name, wanted);
         if (inside) found.push_back(SectionRange{i, lines.size()});
     }
     return found;
 }
 
-// The line index of the key within the first section that has it.
+size_t firstLine(const SectionRange& range) { return range.header == kNoHeader ? 0 : range.header + 1; }
+
+// The line index of the key; only the first section of a name is looked at.
 bool findKey(const std::vector<std::u16string>& lines, const std::vector<SectionRange>& sections,
              const std::u16string& key, size_t& index, ParsedLine& parsed) {
     const std::u16string wanted = trimmed(key);
-    for (const SectionRange& range : sections) {
-        for (size_t i = range.header + 1; i < range.end; ++i) {
+    if (sections.empty()) return false;
+    {
+        const SectionRange& range = sections.front();
+        for (size_t i = firstLine(range); i < range.end; ++i) {
             ParsedLine line = parseLine(lines[i]);
             if (line.kind == LineKind::Key && EqualsIgnoreCase(line.name, wanted)) {
                 index = i;
@@ -213,10 +226,11 @@ std::u16string ProfileGetString(const std::u16string& path, const std::u16string
 
 std::u16string ProfileGetKeys(const std::u16string& path, const std::u16string& section, size_t bufferChars) {
     const ProfileText profile = readProfile(path);
+    const std::vector<SectionRange> sections = findSections(profile.lines, section);
     std::u16string list;
-    std::vector<std::u16string> seen;
-    for (const SectionRange& range : findSections(profile.lines, section)) {
-        for (size_t i = range.header + 1; i < range.end; ++i) {
+    if (!sections.empty()) {
+        std::vector<std::u16string> seen;
+        for (size_t i = firstLine(sections.front()); i < sections.front().end; ++i) {
             const ParsedLine parsed = parseLine(profile.lines[i]);
             if (parsed.kind != LineKind::Key) continue;
             const bool repeated = std::any_of(seen.begin(), seen.end(), [&parsed](const std::u16string& name) {
@@ -233,15 +247,17 @@ std::u16string ProfileGetKeys(const std::u16string& path, const std::u16string& 
 
 std::u16string ProfileGetSection(const std::u16string& path, const std::u16string& section, size_t bufferChars) {
     const ProfileText profile = readProfile(path);
+    const std::vector<SectionRange> sections = findSections(profile.lines, section);
     std::u16string list;
-    for (const SectionRange& range : findSections(profile.lines, section)) {
-        for (size_t i = range.header + 1; i < range.end; ++i) {
+    if (!sections.empty()) {
+        for (size_t i = firstLine(sections.front()); i < sections.front().end; ++i) {
             const ParsedLine parsed = parseLine(profile.lines[i]);
-            if (parsed.kind != LineKind::Key) continue;
-            list += parsed.name;
-            if (profile.lines[i].find(u'=') != std::u16string::npos) {
-                list += u'=';
-                list += parsed.value;
+            if (parsed.kind == LineKind::Key) {
+                list += parsed.name + u"=" + parsed.value;
+            } else if (parsed.kind == LineKind::Other) {
+                list += parsed.name;
+            } else {
+                continue;
             }
             list += u'\0';
         }
@@ -252,15 +268,10 @@ std::u16string ProfileGetSection(const std::u16string& path, const std::u16strin
 std::u16string ProfileGetSectionNames(const std::u16string& path, size_t bufferChars) {
     const ProfileText profile = readProfile(path);
     std::u16string list;
-    std::vector<std::u16string> seen;
+    // Every header, a repeated one included, as the platform lists them.
     for (const std::u16string& line : profile.lines) {
         const ParsedLine parsed = parseLine(line);
         if (parsed.kind != LineKind::Section) continue;
-        const bool repeated = std::any_of(seen.begin(), seen.end(), [&parsed](const std::u16string& name) {
-            return EqualsIgnoreCase(name, parsed.name);
-        });
-        if (repeated) continue;
-        seen.push_back(parsed.name);
         list += parsed.name;
         list += u'\0';
     }
@@ -270,12 +281,13 @@ std::u16string ProfileGetSectionNames(const std::u16string& path, size_t bufferC
 bool ProfileWriteString(const std::u16string& path, const std::u16string& section,
                         const std::optional<std::u16string>& key, const std::optional<std::u16string>& value) {
     ProfileText profile = readProfile(path);
-    std::vector<SectionRange> sections = findSections(profile.lines, section);
+    const std::vector<SectionRange> sections = findSections(profile.lines, section);
     if (!key) {
         if (sections.empty()) return true;
-        // Back to front, so the earlier ranges keep their line numbers.
+        // Every section of the name goes, back to front so the earlier ranges keep their lines.
         for (auto range = sections.rbegin(); range != sections.rend(); ++range) {
-            profile.lines.erase(profile.lines.begin() + static_cast<std::ptrdiff_t>(range->header),
+            const size_t from = range->header == kNoHeader ? 0 : range->header;
+            profile.lines.erase(profile.lines.begin() + static_cast<std::ptrdiff_t>(from),
                                 profile.lines.begin() + static_cast<std::ptrdiff_t>(range->end));
         }
         return writeProfile(path, profile);
@@ -294,8 +306,9 @@ bool ProfileWriteString(const std::u16string& path, const std::u16string& sectio
         profile.lines[index] = line;
     } else if (!sections.empty()) {
         // Behind the section's last line that isn't blank, so blank separators stay between sections.
-        size_t at = sections.front().end;
-        while (at > sections.front().header + 1 && parseLine(profile.lines[at - 1]).kind == LineKind::Blank) --at;
+        const SectionRange& range = sections.front();
+        size_t at = range.end;
+        while (at > firstLine(range) && parseLine(profile.lines[at - 1]).kind == LineKind::Blank) --at;
         profile.lines.insert(profile.lines.begin() + static_cast<std::ptrdiff_t>(at), line);
     } else {
         profile.lines.push_back(u"[" + section + u"]");
