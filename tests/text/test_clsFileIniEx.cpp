@@ -263,6 +263,21 @@ TEST(clsFileIniEx, RemovingSectionsKeysAndBooleans) {
     EXPECT_EQ(Saved(tabs, folder), Bytes("[s]\r\n k= v "));
 }
 
+TEST(clsFileIniEx, PathsBeyond260CharactersAndOutsideTheCodePage) {
+    ScratchFolder folder;
+    std::u16string deep = folder.Path();
+    while (deep.size() < 300) deep += u"\\" + std::u16string(40, u'd');
+    ASSERT_TRUE(ufu_MakePath(deep));
+    const std::u16string path = deep + u"\\\u4E2D\u0394.ini";
+    clsFileIniEx ini;
+    ini.AddString(u"s", u"k", u"v");
+    ASSERT_TRUE(ini.Save(path));
+    clsFileIniEx back;
+    ASSERT_TRUE(back.Load(path));
+    EXPECT_EQ(back.GetString(u"s", u"k"), u"v");
+    EXPECT_TRUE(ufu_RmDirRic(folder.File(std::u16string(40, u'd'))));
+}
+
 TEST(clsFileIniEx, ErrorsAndTheSizeLimit) {
     clsFileIniEx empty;
     Rows rows;
