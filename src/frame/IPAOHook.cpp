@@ -42,8 +42,13 @@ ULONG STDMETHODCALLTYPE hookRelease(void* record) {
     IOleInPlaceActiveObject* const original = self(record)->pOriginal;
     return original ? original->Release() : 1;
 }
-HRESULT STDMETHODCALLTYPE hookGetWindow(void* record, HWND* window) { return forward(record, [&](IOleInPlaceActiveObject* o) { return o->GetWindow(window); }); }
-HRESULT STDMETHODCALLTYPE hookContextSensitiveHelp(void* record, BOOL enter) { return forward(record, [&](IOleInPlaceActiveObject* o) { return o->ContextSensitiveHelp(enter); }); }
+HRESULT STDMETHODCALLTYPE hookGetWindow(void* record, HWND* window) {
+    return forward(record, [&](IOleInPlaceActiveObject* o) { return o->GetWindow(window); });
+}
+HRESULT STDMETHODCALLTYPE hookContextSensitiveHelp(void* record, BOOL enter) {
+    return forward(record,
+                   [&](IOleInPlaceActiveObject* o) { return o->ContextSensitiveHelp(enter); });
+}
 HRESULT STDMETHODCALLTYPE hookTranslateAccelerator(void* record, MSG* msg) {
     IPAOHookControl* const control = self(record)->pControl;
     if (control != nullptr && msg != nullptr) {
@@ -58,13 +63,20 @@ HRESULT STDMETHODCALLTYPE hookTranslateAccelerator(void* record, MSG* msg) {
     return forward(record, [&](IOleInPlaceActiveObject* o) { return o->TranslateAccelerator(msg); });
 }
 HRESULT STDMETHODCALLTYPE hookOnFrameWindowActivate(void* record, BOOL active) {
-    return forward(record, [&](IOleInPlaceActiveObject* o) { return o->OnFrameWindowActivate(active); });
+    return forward(record,
+                   [&](IOleInPlaceActiveObject* o) { return o->OnFrameWindowActivate(active); });
 }
-HRESULT STDMETHODCALLTYPE hookOnDocWindowActivate(void* record, BOOL active) { return forward(record, [&](IOleInPlaceActiveObject* o) { return o->OnDocWindowActivate(active); }); }
+HRESULT STDMETHODCALLTYPE hookOnDocWindowActivate(void* record, BOOL active) {
+    return forward(record,
+                   [&](IOleInPlaceActiveObject* o) { return o->OnDocWindowActivate(active); });
+}
 HRESULT STDMETHODCALLTYPE hookResizeBorder(void* record, LPCRECT border, IOleInPlaceUIWindow* window, BOOL frame) {
-    return forward(record, [&](IOleInPlaceActiveObject* o) { return o->ResizeBorder(border, window, frame); });
+    return forward(record,
+                   [&](IOleInPlaceActiveObject* o) { return o->ResizeBorder(border, window, frame); });
 }
-HRESULT STDMETHODCALLTYPE hookEnableModeless(void* record, BOOL enable) { return forward(record, [&](IOleInPlaceActiveObject* o) { return o->EnableModeless(enable); }); }
+HRESULT STDMETHODCALLTYPE hookEnableModeless(void* record, BOOL enable) {
+    return forward(record, [&](IOleInPlaceActiveObject* o) { return o->EnableModeless(enable); });
+}
 
 // The layout of IOleInPlaceActiveObject's table: IUnknown, IOleWindow, then its own five.
 struct HookTable {
@@ -81,10 +93,11 @@ struct HookTable {
 };
 
 constexpr HookTable kHookTable = {
-    &hookQueryInterface,    &hookAddRef,          &hookRelease,
-    &hookGetWindow,         &hookContextSensitiveHelp,
-    &hookTranslateAccelerator, &hookOnFrameWindowActivate, &hookOnDocWindowActivate,
-    &hookResizeBorder,      &hookEnableModeless,
+    &hookQueryInterface,       &hookAddRef,
+    &hookRelease,              &hookGetWindow,
+    &hookContextSensitiveHelp, &hookTranslateAccelerator,
+    &hookOnFrameWindowActivate, &hookOnDocWindowActivate,
+    &hookResizeBorder,         &hookEnableModeless,
 };
 
 template <class T>

@@ -6,6 +6,8 @@
 
 #include "platform/win32/WinApi.h"
 
+#include <ole2.h>
+
 namespace plumbing_test {
 
 // The private message the ordering tests send; far from anything the system sends by itself.
@@ -90,6 +92,26 @@ private:
 
     CallLog* m_log;
     HWND m_window = nullptr;
+};
+
+// The IDispatch half of an owner interface, answered trivially: the hooks call only the owner's
+// own entry behind it. Reference counts are not counted; owners live on the test's stack.
+template <class Interface, const GUID& kInterfaceId>
+class DispatchStub : public Interface {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+        const bool known = riid == IID_IUnknown || riid == IID_IDispatch || IsEqualGUID(riid, kInterfaceId);
+        *object = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        return E_NOTIMPL;
+    }
 };
 
 // Runs the thread's message loop until the condition holds or the time is up.

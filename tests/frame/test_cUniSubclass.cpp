@@ -50,25 +50,9 @@ private:
 };
 
 // Records each pass as "B" (before) or "A" (after) with the message and wParam it saw.
-class RecordingOwner final : public ISubclassOwner {
+class RecordingOwner final : public DispatchStub<ISubclassOwner, IID_ISubclassOwner> {
 public:
     explicit RecordingOwner(CallLog& log) : m_log(log) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-        if (riid == IID_IUnknown || riid == IID_IDispatch || riid == IID_ISubclassOwner) {
-            *object = this;
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
-    }
     HRESULT STDMETHODCALLTYPE WindowProc(VARIANT_BOOL bBefore, VARIANT_BOOL* bStopMsg, LRESULT* lReturn, HWND*,
                                          UINT* uMsg, WPARAM* wParam, LPARAM*) override {
         if (*uMsg >= kProbe && *uMsg <= kFourth) {

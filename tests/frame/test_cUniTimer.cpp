@@ -18,20 +18,8 @@ struct Tick {
     DWORD sinceStart;  // measured by the test when the tick arrived
 };
 
-class RecordingTimerOwner final : public ITimerOwner {
+class RecordingTimerOwner final : public DispatchStub<ITimerOwner, IID_ITimerOwner> {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-        *object = (riid == IID_IUnknown || riid == IID_IDispatch || riid == IID_ITimerOwner) ? this : nullptr;
-        return *object ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
-    }
     HRESULT STDMETHODCALLTYPE TimerProc(LONG lElapsedMS, LONG nID) override {
         ticks.push_back({lElapsedMS, nID, ::GetTickCount() - started});
         return S_OK;
