@@ -4,7 +4,6 @@
 #include <climits>
 #include <utility>
 
-#include "common/CaseFold.h"
 #include "common/CtlError.h"
 #include "platform/CodePage.h"
 #include "platform/FileSystem.h"
@@ -19,6 +18,7 @@ namespace {
 constexpr size_t kNotFound = std::u16string::npos;
 // The size of the buffers that the current-folder, temp-folder and command-line calls fill.
 constexpr size_t kPathBuffer = 2048;
+constexpr uint32_t kReparsePoint = 0x400;
 
 [[noreturn]] void raise(const char16_t* source, const char16_t* text) { throw CtlError(source, text); }
 
@@ -351,7 +351,11 @@ bool removeTree(const std::u16string& path, bool removeRoot) {
     size_t index = 0;
     while (index < items.size()) {
         if (items[index].isFolder()) {
-            result = removeTree(items[index].fullPath(), false) && result;
+            // A linked folder (junction, mount point) is removed as a link below, never emptied:
+            // its content belongs to another place.
+            if ((items[index].attributes & kReparsePoint) == 0) {
+                result = removeTree(items[index].fullPath(), false) && result;
+            }
             ++index;
         } else if (ufu_RmFile(items[index].fullPath())) {
             items.erase(items.begin() + static_cast<std::ptrdiff_t>(index));
