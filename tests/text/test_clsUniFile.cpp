@@ -499,6 +499,17 @@ TEST(clsUniFile, LineEndsInEveryEncoding) {
             }
         }
     }
+    // An odd byte at the end of UTF-16 data is no code unit: it is dropped with the result false.
+    for (const bool cache : {true, false}) {
+        const std::u16string odd = dir.File(u"odd.u16");
+        TempDir::WriteBytes(odd, {'a', 0, 'b'});
+        clsUniFile f;
+        f.UseCache(cache);
+        ASSERT_TRUE(f.OpenFileRead(odd));
+        std::u16string s;
+        EXPECT_FALSE(f.ReadUnicodeLine(s));
+        EXPECT_EQ(s, u"a");
+    }
     // The UTF-8 reader keeps sRet for an empty line and for nothing left to read.
     const std::u16string path = dir.File(u"lines.utf8");
     TempDir::WriteBytes(path, Bytes("\r\nx\n\nlast"));

@@ -438,8 +438,10 @@ File File::Open(const std::u16string& path, uint32_t access, uint32_t shareMode,
     }
 
     int flags = O_CLOEXEC;
-    if (write || truncate) {
+    if (wantsRead(access) && (write || truncate)) {
         flags |= O_RDWR;
+    } else if (write || truncate) {
+        flags |= O_WRONLY;
     } else {
         flags |= O_RDONLY;
     }
