@@ -272,6 +272,70 @@ TEST(clsUniFile, OpenStatesAndErrors) {
     EXPECT_EQ(TempDir::ReadBytes(dir.File(u"new.txt")), Bytes("n"));
 }
 
+TEST(clsUniFile, DispositionsAndTheirErrors) {
+    struct Case {
+        const char* name;
+        bool exists;
+        int32_t disposition;
+        bool opens;
+        uint32_t error;                 // LastError after a failed open
+        std::vector<uint8_t> afterward;  // the file's bytes after the open and one written "w"
+    };
+    const std::vector<uint8_t> old = Bytes("old");
+    const Case cases[] = {
+        {"create new, missing", false, eucd_CREATE_NEW, true, 0, Bytes("w")},
+        {"create new, present", true, eucd_CREATE_NEW, false, platform::kErrorFileExists, old},
+        {"create always, present", true, eucd_CREATE_ALWAYS, true, 0, Bytes("w")},
+        {"open existing, present", true, eucd_OPEN_EXISTING, true, 0, Bytes("wld")},
+        {"open existing, missing", false, eucd_OPEN_EXISTING, false, platform::kErrorFileNotFound, {}},
+        {"open always, missing", false, eucd_OPEN_ALWAYS, true, 0, Bytes("w")},
+        {"open always, present", true, eucd_OPEN_ALWAYS, true, 0, Bytes("wld")},
+        {"truncate existing, present", true, eucd_TRUNCATE_EXISTING, true, 0, Bytes("w")},
+        {"truncate existing, missing", false, eucd_TRUNCATE_EXISTING, false, platform::kErrorFileNotFound, {}},
+    };
+    for (const Case& c : cases) {
+        TempDir dir;
+        const std::u16string path = dir.File(u"d.bin");
+        if (c.exists) TempDir::WriteBytes(path, old);
+        {
+            clsUniFile f;
+            const bool opened = f.OpenFileGeneric(path, eua_GENERIC_READ | eua_GENERIC_WRITE, c.disposition);
+            ASSERT_EQ(opened, c.opens) << c.name;
+            if (!opened) {
+                EXPECT_EQ(platform::LastError(), c.error) << c.name;
+            } else {
+                EXPECT_TRUE(f.WriteBytes(Bytes("w")));
+            }
+        }
+        EXPECT_EQ(TempDir::ReadBytes(path), c.afterward) << c.name;
+        EXPECT_EQ(TempDir::Exists(path), c.exists || c.opens) << c.name;
+    }
+    {
+        // The delete-on-close flag takes the file away with its last handle.
+        TempDir dir;
+        const std::u16string path = dir.File(u"gone.bin");
+        {
+            clsUniFile f;
+            ASSERT_TRUE(f.OpenFileGeneric(path, eua_GENERIC_WRITE, eucd_CREATE_NEW, eusm_FILE_SHARE_DELETE,
+                                          euat_FILE_FLAG_DELETE_ON_CLOSE));
+            EXPECT_TRUE(f.WriteBytes(Bytes("temp")));
+            EXPECT_TRUE(f.Flush());
+            EXPECT_TRUE(TempDir::Exists(path));
+        }
+        EXPECT_FALSE(TempDir::Exists(path));
+    }
+    {
+        // A file held without sharing refuses a second opener with a sharing violation.
+        TempDir dir;
+        const std::u16string path = dir.File(u"held.bin");
+        clsUniFile holder;
+        ASSERT_TRUE(holder.OpenFileWrite(path, false));
+        clsUniFile other;
+        EXPECT_FALSE(other.OpenFileRead(path));
+        EXPECT_EQ(platform::LastError(), platform::kErrorSharingViolation);
+    }
+}
+
 TEST(clsUniFile, ShareModes) {
     // Windows refuses a second handle whose access the first one's share mode doesn't allow, or
     // whose share mode doesn't allow the first one's access. The POSIX layer keeps the same rule
