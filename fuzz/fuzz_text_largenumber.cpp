@@ -12,6 +12,13 @@ namespace {
 
 // Keeps each run of the fuzz test short under the sanitizers.
 constexpr size_t kMaxDigits = 200;
+// Long enough for both quotient and divisor to pass 80 limbs of nine digits.
+constexpr size_t kStretchedDigits = 1600;
+
+bool stretchAllowed() {
+    static const bool allowed = std::getenv("TC_FUZZ_LONG") != nullptr;
+    return allowed;
+}
 
 std::u16string decimalText(unsigned value) {
     const std::string s = std::to_string(value);
@@ -24,7 +31,8 @@ void require(bool condition) {
     }
 }
 
-void digitIdentities(const clsLargeNumber& ln, const std::u16string& a, const std::u16string& b, uint8_t pick) {
+void digitIdentities(const clsLargeNumber& ln, const std::u16string& a, const std::u16string& b, uint8_t pick,
+                     bool withConversions) {
     const std::u16string ta = ln.StrTrim(a);
     const std::u16string tb = ln.StrTrim(b);
     const std::u16string sum = ln.StrAdd(ta, tb);
@@ -42,6 +50,9 @@ void digitIdentities(const clsLargeNumber& ln, const std::u16string& a, const st
     }
     require(ln.StrTrim(ln.StrAdd(ln.StrMult(ln.StrHalf(a), u"2"), ln.StrStraight(a) ? u"0" : u"1")) == ta);
     require(ln.StrDec(ln.StrInc(ta)) == ta);
+    if (!withConversions) {
+        return;
+    }
     const std::u16string base = decimalText(2u + pick % 63u);
     const std::u16string converted = ln.ConvFromBase10(ta, base);
     require(ta == u"0" ? converted.empty() : ln.ConvToBase10(converted, base) == ta);
@@ -73,7 +84,24 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         b[i] = digitsOnly ? static_cast<char16_t>(u'0' + data[split + i] % 10) : static_cast<char16_t>(data[split + i]);
     }
     if (digitsOnly) {
-        digitIdentities(ln, a, b, pick);
+        if (stretchAllowed() && pick >= 0xFC && !a.empty() && !b.empty()) {
+            // Now and then stretch the operands past the size where division takes a reciprocal.
+            // Slow under the sanitizers, so only in long sessions (TC_FUZZ_LONG set), not in the
+            // short runs of the test suite.
+            const size_t wantA = kStretchedDigits + static_cast<size_t>(mode & 0x0E) * 97;
+            const size_t wantB = kStretchedDigits / 2 + static_cast<size_t>(mode >> 4) * 131;
+            std::u16string longA;
+            std::u16string longB;
+            while (longA.size() < wantA) {
+                longA += a;
+            }
+            while (longB.size() < wantB) {
+                longB += b;
+            }
+            digitIdentities(ln, longA, longB, pick, false);
+            return 0;
+        }
+        digitIdentities(ln, a, b, pick, true);
         return 0;
     }
     // Anything at all: each call must come back.

@@ -258,7 +258,8 @@ void MulSmallAdd(Limbs& a, uint32_t m, uint32_t add) {
     trim(a);
 }
 
-void DivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder) {
+// Long division, one quotient limb per step.
+static void knuthDivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder) {
     if (Compare(a, b) < 0) {
         quotient.clear();
         remainder = a;
@@ -339,6 +340,124 @@ void DivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder) {
     trim(u);
     DivSmall(u, scale);
     remainder = std::move(u);
+}
+
+namespace {
+
+// Divisors and quotients of at least this many limbs go through a reciprocal; below it the long
+// division's n × m steps cost less than the products of the Newton iteration.
+constexpr size_t kReciprocalThreshold = 80;
+
+Limbs shiftedUp(const Limbs& v, size_t limbs) {
+    if (v.empty()) {
+        return v;
+    }
+    Limbs r(limbs, 0);
+    r.insert(r.end(), v.begin(), v.end());
+    return r;
+}
+
+Limbs shiftedDown(const Limbs& v, size_t limbs) {
+    if (limbs >= v.size()) {
+        return Limbs();
+    }
+    return Limbs(v.begin() + static_cast<std::ptrdiff_t>(limbs), v.end());
+}
+
+// About B^(2p) / d for d of p limbs, a few units off at most: Newton's step x + x(B^2p - dx)/B^2p
+// from the reciprocal of d's top half, taken with two limbs to spare so that one step reaches full
+// precision.
+Limbs reciprocal(const Limbs& d) {
+    const size_t p = d.size();
+    if (p <= kReciprocalThreshold) {
+        Limbs q;
+        Limbs r;
+        knuthDivMod(PowerOfTen(2 * p * kDigitsPerLimb), d, q, r);
+        return q;
+    }
+    const size_t h = p / 2 + 2;
+    const Limbs x0 = shiftedUp(reciprocal(shiftedDown(d, p - h)), p - h);
+    const Limbs target = PowerOfTen(2 * p * kDigitsPerLimb);
+    const Limbs t = Mul(d, x0);
+    if (Compare(t, target) <= 0) {
+        return Add(x0, shiftedDown(Mul(x0, Sub(target, t)), 2 * p));
+    }
+    const Limbs correction = shiftedDown(Mul(x0, Sub(t, target)), 2 * p);
+    return Compare(correction, x0) < 0 ? Sub(x0, correction) : Limbs();
+}
+
+// a / b for b of n limbs and a of at most 2n limbs, through the reciprocal of b's top limbs. The
+// estimate is put right by a few steps of one; should it be far off, the long division decides.
+void divModByReciprocal(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder) {
+    const size_t n = b.size();
+    const size_t p = a.size() - n + 3;
+    const Limbs ap = p > n ? shiftedUp(a, p - n) : shiftedDown(a, n - p);
+    const Limbs bp = p > n ? shiftedUp(b, p - n) : shiftedDown(b, n - p);
+    Limbs q = shiftedDown(Mul(ap, reciprocal(bp)), 2 * p);
+    Limbs t = Mul(q, b);
+    const Limbs one{1};
+    int steps = 0;
+    while (Compare(t, a) > 0) {
+        if (++steps > 8) {
+            knuthDivMod(a, b, quotient, remainder);
+            return;
+        }
+        q = Sub(q, one);
+        t = Sub(t, b);
+    }
+    Limbs r = Sub(a, t);
+    while (Compare(r, b) >= 0) {
+        if (++steps > 8) {
+            knuthDivMod(a, b, quotient, remainder);
+            return;
+        }
+        q = Add(q, one);
+        r = Sub(r, b);
+    }
+    quotient = std::move(q);
+    remainder = std::move(r);
+}
+
+}  // namespace
+
+void DivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder) {
+    const size_t n = b.size();
+    if (Compare(a, b) < 0 || n < kReciprocalThreshold || a.size() - n < kReciprocalThreshold) {
+        knuthDivMod(a, b, quotient, remainder);
+        return;
+    }
+    if (a.size() <= 2 * n) {
+        divModByReciprocal(a, b, quotient, remainder);
+        return;
+    }
+    // A long dividend goes in pieces of n limbs from the top, each with the remainder before it,
+    // so that every piece's quotient fits in n limbs.
+    const size_t pieces = (a.size() + n - 1) / n;
+    Limbs q(pieces * n, 0);
+    Limbs r;
+    for (size_t i = pieces; i-- > 0;) {
+        const size_t from = i * n;
+        const size_t to = std::min(a.size(), from + n);
+        Limbs current(a.begin() + static_cast<std::ptrdiff_t>(from), a.begin() + static_cast<std::ptrdiff_t>(to));
+        current.insert(current.end(), r.begin(), r.end());
+        if (r.empty()) {
+            trim(current);
+        }
+        Limbs pieceQ;
+        if (Compare(current, b) < 0) {
+            r = std::move(current);
+            continue;
+        }
+        if (current.size() - n < kReciprocalThreshold) {
+            knuthDivMod(current, b, pieceQ, r);
+        } else {
+            divModByReciprocal(current, b, pieceQ, r);
+        }
+        std::copy(pieceQ.begin(), pieceQ.end(), q.begin() + static_cast<std::ptrdiff_t>(from));
+    }
+    trim(q);
+    quotient = std::move(q);
+    remainder = std::move(r);
 }
 
 Limbs PowerOfTen(size_t exponent) {
