@@ -1,5 +1,4 @@
-// clsSearchFiles: the library's directory walker (flat or tree results, limits, a re-entry guard),
-// and clsSearchFilesEvents, the sink it yields to during an asynchronous walk.
+// clsSearchFiles, the library's directory walker, and clsSearchFilesEvents, the sink it yields to.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,4 @@
-// clsSearchFilesFInfo: one entry found by a file search (name, folder, attributes, size, times,
-// and its children in a tree result); SearchFilesCollection, the list the search returns.
+// clsSearchFilesFInfo, one entry a file search found, and SearchFilesCollection, the search's result.
 #pragma once
 
 #include <cstdint>

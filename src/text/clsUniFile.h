@@ -1,5 +1,4 @@
-// clsUniFile: one file at a time by a UTF-16 path, read and written as bytes, numbers, strings and
-// lines in three encodings through two 16 KB caches; with its enumerations and the st_ members.
+// clsUniFile, the cached Unicode file object, with its enumerations and its st_ members.
 #pragma once
 
 #include <array>

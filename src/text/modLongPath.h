@@ -1,5 +1,4 @@
-// The routines under every file call: the long-path rule, a path's folder, the program's folder,
-// and the decoder of UTF-8 file bytes.
+// MakeLongPath, ufu_FilePath, UniAppPath and ufu_UTF8BytesToString: the routines under every file call.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,4 @@
-// TempDir: a scratch folder for file tests, made and removed without the library's own file code,
-// with raw byte helpers that serve as an independent reference for what landed on disk.
+// TempDir: a scratch folder and raw byte access for file tests, independent of the library's file code.
 #pragma once
 
 #include <cstdint>
