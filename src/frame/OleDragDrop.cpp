@@ -143,13 +143,7 @@ void OleDataView::SetText(const CtlString& text) {
     if (FAILED(m_data->SetData(&format, &medium, TRUE))) ::GlobalFree(memory);
 }
 
-void OleDataView::Clear() {
-    // Only our own data objects can be emptied; a foreign source keeps what it offers.
-    IDataObject* data = m_data;
-    if (data == nullptr) return;
-    FORMATETC format{CF_UNICODETEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
-    if (data->QueryGetData(&format) == S_OK) SetText(CtlString());
-}
+void OleDataView::Clear() { SetText(CtlString()); }
 
 // ---- SurfaceDropTarget ----
 

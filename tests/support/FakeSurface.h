@@ -50,6 +50,7 @@ public:
     void Enabled(bool value) override { m_bEnabled = value; }
     int32_t ForeColor() const override { return m_lForeColor; }
     void ForeColor(int32_t value) override { m_lForeColor = value; }
+    // Also the ambient font: one override serves both interfaces, which is all these tests need.
     std::shared_ptr<StdFont> Font() const override { return m_font; }
     void Font(std::shared_ptr<StdFont> value) override { m_font = std::move(value); }
     int16_t BackStyle() const override { return m_iBackStyle; }
