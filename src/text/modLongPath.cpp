@@ -16,6 +16,14 @@ std::u16string withoutFinalBackSlashes(std::u16string s) {
     return s;
 }
 
+// A hosted design mode would answer true and take the host's application path first; this
+// library never runs inside one, but the seam stays.
+bool InIDE() noexcept { return false; }
+
+// The host runtime's application path: not Unicode-safe there, never empty. Here the folder the
+// process runs in stands for it.
+std::u16string hostAppPath() { return withoutFinalBackSlashes(platform::CurrentFolder()); }
+
 }  // namespace
 
 std::u16string MakeLongPath(const std::u16string& sPath) {
@@ -36,13 +44,13 @@ std::u16string ufu_FilePath(const std::u16string& sPathFileName, bool bFinalBack
 }
 
 std::u16string UniAppPath() {
+    if (InIDE()) return hostAppPath();
     // The module path is cut to 2048 characters, the buffer the system call is given.
     std::u16string module = platform::LibraryPath(platform::ModuleFileName());
     if (module.size() > 2048) module.resize(2048);
     std::u16string folder;
     if (module.find(u'/') == std::u16string::npos) folder = ufu_FilePath(module, false);
-    // The fallback: the folder the process runs in, which is never empty.
-    if (folder.empty()) folder = withoutFinalBackSlashes(platform::CurrentFolder());
+    if (folder.empty()) folder = hostAppPath();
     return folder;
 }
 
