@@ -15,21 +15,23 @@ std::u16string classNameOf(HWND window) {
     return FromWide(name);
 }
 
+struct ClassSearch {
+    const wchar_t* name;
+    int count;
+};
+
+// A named callback: a lambda does not convert to the 32-bit stdcall procedure type.
+BOOL CALLBACK countIfClass(HWND window, LPARAM data) {
+    auto* search = reinterpret_cast<ClassSearch*>(data);
+    wchar_t found[64] = {};
+    ::GetClassNameW(window, found, 64);
+    if (::lstrcmpiW(found, search->name) == 0) ++search->count;
+    return TRUE;
+}
+
 int countThreadWindowsOfClass(const wchar_t* name) {
-    struct Search {
-        const wchar_t* name;
-        int count;
-    } search{name, 0};
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND window, LPARAM data) -> BOOL {
-            auto* s = reinterpret_cast<Search*>(data);
-            wchar_t found[64] = {};
-            ::GetClassNameW(window, found, 64);
-            if (::lstrcmpiW(found, s->name) == 0) ++s->count;
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    ClassSearch search{name, 0};
+    ::EnumThreadWindows(::GetCurrentThreadId(), &countIfClass, reinterpret_cast<LPARAM>(&search));
     return search.count;
 }
 
