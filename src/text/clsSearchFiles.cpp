@@ -161,7 +161,10 @@ void clsSearchFiles::pvWalk(const std::u16string& pattern, const WalkOptions& op
                 break;
             }
         }
-        if (options.recurse && isFolder && !isDots(name)) {
+        // A linked folder (reparse point) is listed but not entered: a link back up the tree
+        // would make the walk endless.
+        const bool linked = (data.attributes & esfa_FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+        if (options.recurse && isFolder && !linked && !isDots(name)) {
             const std::u16string below = oneBackSlash(folder) + oneBackSlash(name) + childPattern;
             if (options.tree && item) {
                 pvWalk(below, options, item->oCollSubFiles);

@@ -317,3 +317,22 @@ TEST(clsSearchFiles, EntryRecordsAndTheirMembers) {
     EXPECT_THROW(s.SearchInPath(u"c:/web"), CtlError);
     EXPECT_FALSE(s.IsSearching());
 }
+
+TEST(clsSearchFiles, LinkedFoldersAreListedButNotEntered) {
+    Tree t;
+    std::error_code ec;
+    // A link from deep inside the tree back to its root.
+    std::filesystem::create_directory_symlink(TempDir::HostPath(t.Root()),
+                                              TempDir::HostPath(t.dir.File(u"sub1\\deep\\loop")), ec);
+    if (ec) GTEST_SKIP() << "this system does not let the test create a folder link: " << ec.message();
+    clsSearchFiles s;
+    const SearchFilesCollection found = s.SearchInPath(t.Root(), esfw_all, true);
+    EXPECT_EQ(Relative(found, t.Root()), (Names{"a.txt", "B.TXT", "c.dat", "noext", "sub1", "sub1\\deep",
+                                                "sub1\\deep\\loop", "sub1\\deep\\y.txt", "sub1\\x.txt", "sub2"}));
+    for (const auto& item : found) {
+        if (item->sFileName == u"loop") {
+            EXPECT_TRUE(item->IsDirectory());
+            EXPECT_NE(item->lAttributes & esfa_FILE_ATTRIBUTE_REPARSE_POINT, 0);
+        }
+    }
+}

@@ -26,6 +26,7 @@ constexpr uint32_t kErrorNegativeSeek = 131;
 constexpr uint32_t kErrorFilenameTooLong = 206;
 constexpr uint32_t kErrorDirectory = 267;
 constexpr uint32_t kFlagDeleteOnClose = 0x04000000u;
+constexpr uint32_t kAttrReparsePoint = 0x400u;
 // 100 ns intervals between 1601-01-01 and 1970-01-01.
 constexpr int64_t kUnixEpochAsFileTime = 116444736000000000LL;
 
@@ -342,10 +343,14 @@ struct FindState {
 
 bool entryData(const std::string& folder, const std::string& name, FindData& data) {
     const std::string full = folder + "/" + name;
-    struct stat st {};
-    if (::stat(full.c_str(), &st) != 0 && ::lstat(full.c_str(), &st) != 0) return false;
+    struct stat link {};
+    if (::lstat(full.c_str(), &link) != 0) return false;
+    struct stat st = link;
+    // A symbolic link shows its target's kind and carries the reparse-point bit, as on Windows.
+    const bool isLink = S_ISLNK(link.st_mode);
+    if (isLink && ::stat(full.c_str(), &st) != 0) st = link;
     data.name = widen(name);
-    data.attributes = attributesOf(st, name);
+    data.attributes = attributesOf(st, name) | (isLink ? kAttrReparsePoint : 0u);
     data.size = S_ISDIR(st.st_mode) ? 0 : static_cast<int64_t>(st.st_size);
     data.creationTime = static_cast<uint64_t>(toFileTime(st.st_ctim));
     data.lastAccessTime = static_cast<uint64_t>(toFileTime(st.st_atim));
