@@ -119,6 +119,16 @@ TEST(clsSearchFiles, ResultOrderLimitsAndTrees) {
         for (size_t i = 0; i < limited.size(); ++i) EXPECT_EQ(limited[i]->sPathFileName(), flat[i]->sPathFileName());
     }
 
+    // A file pattern over the tree applies the limit to each walk by itself: one folder (the first
+    // the find call gives), one match in the folder itself, and one in that subfolder.
+    const SearchFilesCollection firstDir = s.SearchInPath(root, esfw_only_dirs, true, false, false, 1);
+    ASSERT_EQ(firstDir.size(), 1u);
+    const size_t inFirst =
+        std::min<size_t>(1, s.SearchPathPattern(firstDir[0]->sPathFileName() + u"\\*.txt").size());
+    const SearchFilesCollection perWalk =
+        s.SearchFilePatternPathNoPattern(root + u"\\*.txt", esfw_only_files, true, false, false, 1);
+    EXPECT_EQ(perWalk.size(), 1 + inFirst);
+
     // A tree holds the top level only; each folder's subtree hangs under it.
     const SearchFilesCollection tree = s.SearchInPath(root, esfw_all, true, false, false, -1, true);
     EXPECT_EQ(Relative(tree, root), (Names{"a.txt", "B.TXT", "c.dat", "noext", "sub1", "sub2"}));
@@ -216,6 +226,10 @@ TEST(clsSearchFiles, AsyncWalkYieldsAndCanBeStopped) {
         EXPECT_TRUE(h.searchingInside);
         ASSERT_FALSE(h.dirs.empty());
         EXPECT_EQ(h.dirs[0], root);
+        std::vector<std::u16string> dirs = h.dirs;
+        std::sort(dirs.begin(), dirs.end());
+        EXPECT_EQ(dirs, (std::vector<std::u16string>{root, root + u"\\sub1", root + u"\\sub1\\deep",
+                                                      root + u"\\sub2"}));
         EXPECT_EQ(got.size(), full.size());
         EXPECT_FALSE(s.IsSearching());
         // Without bAsync the handler is never called.
