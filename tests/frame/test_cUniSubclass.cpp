@@ -241,3 +241,52 @@ TEST_F(CUniSubclassTest, ThunkBytesAndSlots) {
     EXPECT_EQ(ThunkMemory::ReadSlot(block, 18), 0u);
 }
 #endif
+
+#if defined(_WIN64)
+namespace {
+
+// Captures the stack from inside the owner, as a debugger or the system's exception dispatch
+// would walk it.
+class StackOwner final : public DispatchStub<ISubclassOwner, IID_ISubclassOwner> {
+public:
+    HRESULT STDMETHODCALLTYPE WindowProc(VARIANT_BOOL, VARIANT_BOOL*, LRESULT*, HWND*, UINT*, WPARAM*, LPARAM*) override {
+        frames = ::RtlCaptureStackBackTrace(0, 62, stack, nullptr);
+        return S_OK;
+    }
+    void* stack[62] = {};
+    USHORT frames = 0;
+};
+
+// Uses the answer after the call, so that the send cannot become a tail jump that leaves no frame.
+volatile LRESULT g_answer = 0;
+__attribute__((noinline)) void sendProbeFromHere(HWND window) { g_answer = ::SendMessageW(window, kProbe, 0, 0) + 1; }
+
+}  // namespace
+
+// The 64-bit thunk moves the stack pointer, so it must describe itself to the unwinder: a walk
+// from inside the owner has to pass through the thunk and reach the code that sent the message.
+TEST_F(CUniSubclassTest, StackWalksPassThroughTheThunk) {
+    ValueWindow window;
+    StackOwner owner;
+    cUniSubclass hook;
+    ASSERT_TRUE(hook.Subclass(window.Handle(), &owner));
+    hook.AddMsg(kProbe, 2);
+    const auto block = reinterpret_cast<uintptr_t>(hook.ThunkBytes().data());
+    DWORD64 base = 0;
+    EXPECT_NE(::RtlLookupFunctionEntry(block + 10, &base, nullptr), nullptr);
+    EXPECT_EQ(base, block);
+
+    sendProbeFromHere(window.Handle());
+    bool throughThunk = false;
+    bool reachedSender = false;
+    const auto sender = reinterpret_cast<uintptr_t>(&sendProbeFromHere);
+    for (USHORT i = 0; i < owner.frames; ++i) {
+        const auto address = reinterpret_cast<uintptr_t>(owner.stack[i]);
+        if (address > block && address < block + 64) throughThunk = true;
+        // The return address into the sender lies a few bytes past its start.
+        if (throughThunk && address > sender && address < sender + 256) reachedSender = true;
+    }
+    EXPECT_TRUE(throughThunk);
+    EXPECT_TRUE(reachedSender);
+}
+#endif
