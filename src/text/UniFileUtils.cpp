@@ -526,7 +526,13 @@ bool ufu_StringToTextFile(const std::u16string& vsPathFile, const std::u16string
 
 std::u16string ufu_UniCommandLine() {
     std::u16string line = platform::CommandLine();
+    // Copied through a buffer of kPathBuffer characters.
     if (line.size() > kPathBuffer) line.resize(kPathBuffer);
+    return ufu_CommandLineArguments(line);
+}
+
+std::u16string ufu_CommandLineArguments(const std::u16string& sCommandLine) {
+    std::u16string line = sCommandLine;
     const size_t nul = line.find(u'\0');
     if (nul != kNotFound) line.resize(nul);
     size_t argumentsStart = 0;

@@ -90,6 +90,9 @@ std::vector<uint8_t> ufu_StringToUTF8Bytes(const std::u16string& s);
 // ---- Process and dates ----
 // The arguments of the process's command line, without the program name and leading blanks.
 std::u16string ufu_UniCommandLine();
+// The same cut on a given command line: the program name ends at its closing quote, or at the
+// first blank (none raises the invalid-argument error 5); text from a character 0 on is ignored.
+std::u16string ufu_CommandLineArguments(const std::u16string& sCommandLine);
 // Fills the date parts of the file's time (0 creation, 1 last access, 2 last write), local time;
 // leaves them as they were when the file is not found.
 void ufu_GetFileDate(const std::u16string& sPathFileName, int32_t iDateType, int32_t& iDay, int32_t& iMonth,

@@ -153,6 +153,29 @@ TEST(UniFileUtils, SeparatorPositionsBeyond32767Overflow) {
     EXPECT_EQ(ufu_FileExt(std::u16string(40000, u'x')), u"");
 }
 
+TEST(UniFileUtils, CommandLineArgumentsFollowTheProgramName) {
+    const struct {
+        std::u16string line, arguments;
+    } cases[] = {
+        {u"\"c:\\my app\\a.exe\" /x  y", u"/x  y"},
+        {u"\"c:\\a.exe\"/x", u"/x"},
+        {u"a.exe    -v \"q r\"", u"-v \"q r\""},
+        {u"a.exe ", u""},
+        {u"\"unclosed arg", u""},
+        {std::u16string(u"a.exe one\0two", 13), u"one"},
+        {u"\"\"", u""},
+    };
+    for (const auto& c : cases) EXPECT_EQ(ufu_CommandLineArguments(c.line), c.arguments) << Narrow(c.line);
+    for (const std::u16string line : {u"a.exe", u""}) {
+        try {
+            ufu_CommandLineArguments(line);
+            ADD_FAILURE() << "no error for " << Narrow(line);
+        } catch (const CtlError& e) {
+            EXPECT_EQ(e.Number(), CtlError::kInvalidProcedureCall);
+        }
+    }
+}
+
 TEST(UniFileUtils, TextFilesAreWrittenWithTheirMarks) {
     ScratchFolder folder;
     const std::u16string path = folder.File(u"t.txt");
