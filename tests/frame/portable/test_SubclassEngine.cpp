@@ -1,6 +1,7 @@
 // Tests of the subclassing engine's order, table and rollback against a recorded fake window system.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -64,7 +65,10 @@ public:
         log.push_back(fake->name + (bBefore ? "+" : "-"));
         if (fake->stop) bStopMsg = true;
         if (fake->setReturn != 0) lReturn = fake->setReturn;
+        if (afterClient) afterClient(fake);
     }
+    // Runs after each client, as code inside the client would.
+    std::function<void(FakeClient*)> afterClient;
 };
 
 std::string joined(const std::vector<std::string>& items) {
@@ -309,35 +313,19 @@ TEST(SubclassEngine, DetachOnADestroyedWindowDoesNothing) {
 TEST(SubclassEngine, ClientsMayDetachWhileTheyRun) {
     // A client that detaches itself and its neighbour mid-walk: the walk reads the table afresh,
     // skips the emptied entries and still delivers the message to the previous procedure.
-    struct Detacher final : WindowSystem {
-        FakeWindows inner;
-        SubclassEngine* engine = nullptr;
-        FakeClient* victim = nullptr;
-        bool IsWindow(WindowKey w) override { return inner.IsWindow(w); }
-        bool IsOwnProcess(WindowKey w) override { return inner.IsOwnProcess(w); }
-        ProcAddress InstallHook(WindowKey w) override { return inner.InstallHook(w); }
-        void RestoreProc(WindowKey w, ProcAddress p) override { inner.RestoreProc(w, p); }
-        intptr_t CallProc(ProcAddress p, WindowKey w, uint32_t m, uintptr_t wp, intptr_t lp) override {
-            return inner.CallProc(p, w, m, wp, lp);
-        }
-        void CallClient(void* client, bool before, bool& stop, intptr_t& ret, WindowKey w, uint32_t m, uintptr_t wp,
-                        intptr_t lp) noexcept override {
-            inner.CallClient(client, before, stop, ret, w, m, wp, lp);
-            if (static_cast<FakeClient*>(client)->name == "C") {
-                engine->DetachClient(client, w, m);
-                engine->DetachClient(victim, w, m);
-            }
-        }
-    } system;
+    FakeWindows system;
     SubclassEngine engine(system);
-    system.engine = &engine;
-    const WindowKey window = system.inner.Create(1);
+    const WindowKey window = system.Create(1);
     FakeClient a{"A"}, b{"B"}, c{"C"};
-    system.victim = &b;
+    system.afterClient = [&](FakeClient* client) {
+        if (client != &c) return;
+        engine.DetachClient(&c, window, kKeyDown);
+        engine.DetachClient(&b, window, kKeyDown);
+    };
     engine.AttachClient(&a, window, kKeyDown, kResponseBefore);
     engine.AttachClient(&b, window, kKeyDown, kResponseBefore);
     engine.AttachClient(&c, window, kKeyDown, kResponseBefore);
     engine.Dispatch(window, kKeyDown, 0, 0);
-    EXPECT_EQ(joined(system.inner.log), "C+ A+ prev:256");
+    EXPECT_EQ(joined(system.log), "C+ A+ prev:256");
     EXPECT_EQ(engine.Table().MessageClientCount(window, kKeyDown), 1);
 }
