@@ -303,3 +303,22 @@ TEST(UniStringCore, AnsiChoiceFollowsTheCodePage) {
     EXPECT_FALSE(CanUseAnsiForString(u"a\u0100"));
     EXPECT_EQ(CanUseAnsiForString(u""), page1252);
 }
+
+TEST(UniStringCore, MegabyteStrings) {
+    // A million code units of every class, through every transport form and back.
+    std::mt19937 rng(4);
+    std::u16string big;
+    while (big.size() < (size_t{1} << 20)) {
+        big += randomText(rng, 4096);
+    }
+    const Bytes bytes = StringToUTF8Bytes(big);
+    EXPECT_EQ(bytes, referenceEncode(big));
+    EXPECT_EQ(UTF8BytesToString(bytes), big);
+    EXPECT_EQ(UTF8toStr(StrToUTF8(big)), big);
+    const std::u16string envelope = StrToHex(big);
+    EXPECT_TRUE(IsHexString(envelope));
+    EXPECT_EQ(HextoStr(envelope), big);
+    // A cut envelope is no envelope and comes back as it was.
+    const std::u16string cut = envelope.substr(0, envelope.size() - 1);
+    EXPECT_EQ(HextoStr(cut), cut);
+}
