@@ -304,6 +304,8 @@ void Win32Surface::BackStyle(int16_t value) {
 }
 
 void Win32Surface::MaskColor(int32_t value) {
+    // Controls set the colour before each new mask picture; the old picture need not be re-read.
+    if (m_lMaskColor == value) return;
     m_lMaskColor = value;
     if (m_iBackStyle == 0) applyRegion();
 }
