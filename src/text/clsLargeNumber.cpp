@@ -343,7 +343,8 @@ std::u16string clsLargeNumber::ConvFromBase10(const std::u16string& sA, const st
         dn::Limbs r;
         while (!number.empty()) {
             dn::DivMod(number, base, q, r);
-            digits.push_back(r.size() <= 1 && (r.empty() || r[0] < 64) ? static_cast<int32_t>(r.empty() ? 0 : r[0]) : -1);
+            const uint32_t low = r.empty() ? 0u : r[0];
+            digits.push_back(r.size() <= 1 && low < 64 ? static_cast<int32_t>(low) : -1);
             number.swap(q);
         }
     }
