@@ -11,6 +11,7 @@
 #include "common/CtlError.h"
 #include "support/TempDir.h"
 #include "text/clsSearchFiles.h"
+#include "text/clsUniFile.h"
 
 using testsupport::Bytes;
 using testsupport::TempDir;
@@ -349,4 +350,29 @@ TEST(clsSearchFiles, LinkedFoldersAreListedButNotEntered) {
             EXPECT_NE(item->lAttributes & esfa_FILE_ATTRIBUTE_REPARSE_POINT, 0);
         }
     }
+}
+
+TEST(clsSearchFiles, TheExistenceTestsBuiltOnTheWalk) {
+    Tree t;
+    struct Case {
+        std::u16string path;
+        bool file;
+        bool dir;
+    };
+    const Case cases[] = {
+        {t.dir.File(u"*.nothing"), false, false},
+        {t.dir.File(u"*.dat"), true, false},  // one match counts as an existing file
+        {t.dir.File(u"*.txt"), false, false}, // two don't
+        {t.dir.File(u"a.txt"), true, false},
+        {t.dir.File(u"sub1"), false, true},   // a folder is no file
+        {t.dir.File(u"sub2"), false, true},   // an empty folder still lists "."
+        {t.dir.File(u"missing"), false, false},
+        {u"", false, false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(clsUniFile::st_FileExist(c.path), c.file) << Utf8(c.path);
+        EXPECT_EQ(clsUniFile::st_DirExist(c.path), c.dir) << Utf8(c.path);
+    }
+    EXPECT_EQ(clsUniFile::st_FilePath(t.dir.File(u"a.txt")), t.Root());
+    EXPECT_EQ(clsUniFile::st_UniAppPath(), UniAppPath());
 }
