@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <random>
 #include <string>
 
@@ -276,26 +277,19 @@ TEST(clsLargeNumber, RandomSmallOperandsAgainst128BitIntegers) {
 }
 
 TEST(clsLargeNumber, BooleanOperationsAgainstMachineWords) {
+    const auto hex15 = [](uint64_t v) {
+        char text[20] = {};
+        std::snprintf(text, sizeof text, "%015llX", static_cast<unsigned long long>(v & 0xFFFFFFFFFFFFFFFull));
+        return u16(text);
+    };
     std::mt19937_64 rng(16);
     for (int i = 0; i < 500; ++i) {
         const uint64_t a = rng() >> 4;
         const uint64_t b = rng() >> 4;
-        char ha[20] = {};
-        char hb[20] = {};
-        char hx[20] = {};
-        char hand[20] = {};
-        char hor[20] = {};
-        char hnot[20] = {};
-        std::snprintf(ha, sizeof ha, "%015llX", static_cast<unsigned long long>(a));
-        std::snprintf(hb, sizeof hb, "%015llX", static_cast<unsigned long long>(b));
-        std::snprintf(hx, sizeof hx, "%015llX", static_cast<unsigned long long>(a ^ b));
-        std::snprintf(hand, sizeof hand, "%015llX", static_cast<unsigned long long>(a & b));
-        std::snprintf(hor, sizeof hor, "%015llX", static_cast<unsigned long long>(a | b));
-        std::snprintf(hnot, sizeof hnot, "%015llX", static_cast<unsigned long long>(~a & 0xFFFFFFFFFFFFFFFull));
-        ASSERT_EQ(ln.BooleanOperation(u16(ha), u16(hb), u"XOR"), u16(hx));
-        ASSERT_EQ(ln.BooleanOperation(u16(ha), u16(hb), u"AND"), u16(hand));
-        ASSERT_EQ(ln.BooleanOperation(u16(ha), u16(hb), u"OR"), u16(hor));
-        ASSERT_EQ(ln.BooleanOperation(u16(ha), u16(hb), u"NOT"), u16(hnot));
+        ASSERT_EQ(ln.BooleanOperation(hex15(a), hex15(b), u"XOR"), hex15(a ^ b));
+        ASSERT_EQ(ln.BooleanOperation(hex15(a), hex15(b), u"AND"), hex15(a & b));
+        ASSERT_EQ(ln.BooleanOperation(hex15(a), hex15(b), u"OR"), hex15(a | b));
+        ASSERT_EQ(ln.BooleanOperation(hex15(a), hex15(b), u"NOT"), hex15(~a));
     }
 }
 
