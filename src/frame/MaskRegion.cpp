@@ -3,6 +3,8 @@
 #include <cstring>
 #include <vector>
 
+#include "graphics/GdiRaii.h"
+
 HRGN CreateRegionFromMask(HBITMAP hMask, COLORREF holeColor) {
     BITMAP info{};
     if (hMask == nullptr || ::GetObjectW(hMask, sizeof(info), &info) == 0 || info.bmWidth <= 0 || info.bmHeight <= 0) {
@@ -19,11 +21,14 @@ HRGN CreateRegionFromMask(HBITMAP hMask, COLORREF holeColor) {
     request.bmiHeader.biBitCount = 32;
     request.bmiHeader.biCompression = BI_RGB;
     std::vector<uint32_t> pixels(static_cast<size_t>(width) * static_cast<size_t>(height));
-    const HDC screen = ::GetDC(nullptr);
-    const int rows = screen != nullptr ? ::GetDIBits(screen, hMask, 0, static_cast<UINT>(height), pixels.data(),
-                                                     &request, DIB_RGB_COLORS)
-                                       : 0;
-    if (screen != nullptr) ::ReleaseDC(nullptr, screen);
+    int rows = 0;
+    {
+        const WindowDCGuard screen(nullptr);
+        if (screen.get() != nullptr) {
+            rows = ::GetDIBits(screen.get(), hMask, 0, static_cast<UINT>(height), pixels.data(), &request,
+                               DIB_RGB_COLORS);
+        }
+    }
     if (rows == 0) return ::CreateRectRgn(0, 0, 0, 0);
 
     // DIB pixels are 0x00RRGGBB; the colour is 0x00BBGGRR.

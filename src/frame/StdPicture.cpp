@@ -1,14 +1,13 @@
 #include "frame/StdPicture.h"
 
+#include "graphics/GdiRaii.h"
+
 namespace {
 
 // HiMetric is 1/100 mm: 2540 units per inch, taken at the screen's logical resolution.
 int32_t pixelsToHiMetric(int32_t pixels, int axisCaps) noexcept {
-    int dpi = 96;
-    if (const HDC screen = ::GetDC(nullptr)) {
-        dpi = ::GetDeviceCaps(screen, axisCaps);
-        ::ReleaseDC(nullptr, screen);
-    }
+    const WindowDCGuard screen(nullptr);
+    int dpi = screen.get() != nullptr ? ::GetDeviceCaps(screen.get(), axisCaps) : 96;
     if (dpi <= 0) dpi = 96;
     return ::MulDiv(pixels, 2540, dpi);
 }

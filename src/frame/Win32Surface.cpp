@@ -161,21 +161,12 @@ void Win32Surface::onDestroy() {
         m_dropTarget->Release();
         m_dropTarget = nullptr;
     }
-    if (m_hOwnDC != nullptr && m_hOwnOldFont != nullptr) ::SelectObject(m_hOwnDC, m_hOwnOldFont);
-    m_hOwnOldFont = nullptr;
+    // The surface's font leaves the own DC before it is deleted; the DC itself goes with the window.
+    if (m_hOwnDC != nullptr) ::SelectObject(m_hOwnDC, ::GetStockObject(SYSTEM_FONT));
     m_hOwnDC = nullptr;
-    if (m_hBackDC != nullptr) {
-        if (m_hBackOldFont != nullptr) ::SelectObject(m_hBackDC, m_hBackOldFont);
-        if (m_hBackOldBitmap != nullptr) ::SelectObject(m_hBackDC, m_hBackOldBitmap);
-        ::DeleteDC(m_hBackDC);
-    }
-    m_hBackDC = nullptr;
-    m_hBackOldFont = nullptr;
-    m_hBackOldBitmap = nullptr;
-    if (m_hBackBitmap != nullptr) ::DeleteObject(m_hBackBitmap);
-    m_hBackBitmap = nullptr;
-    if (m_hFont != nullptr) ::DeleteObject(m_hFont);
-    m_hFont = nullptr;
+    m_backDC.reset();
+    m_backBitmap.reset();
+    m_hFont.reset();
     m_hWnd = nullptr;
 }
 
@@ -206,7 +197,7 @@ bool Win32Surface::TranslateAccessKey(const MSG& message) {
 
 // ---- ControlSurface ----
 
-HDC Win32Surface::hDC() const { return m_bAutoRedraw && m_hBackDC != nullptr ? m_hBackDC : m_hOwnDC; }
+HDC Win32Surface::hDC() const { return m_bAutoRedraw && m_backDC ? m_backDC.get() : m_hOwnDC; }
 
 float Win32Surface::ScaleWidth() const {
     RECT r{};
@@ -221,12 +212,8 @@ float Win32Surface::ScaleHeight() const {
 }
 
 int32_t Win32Surface::pixelsPerInch(bool vertical) const {
-    const HDC screen = ::GetDC(nullptr);
-    int dpi = 96;
-    if (screen != nullptr) {
-        dpi = ::GetDeviceCaps(screen, vertical ? LOGPIXELSY : LOGPIXELSX);
-        ::ReleaseDC(nullptr, screen);
-    }
+    const WindowDCGuard screen(nullptr);
+    const int dpi = screen.get() != nullptr ? ::GetDeviceCaps(screen.get(), vertical ? LOGPIXELSY : LOGPIXELSX) : 96;
     return dpi > 0 ? dpi : 96;
 }
 
@@ -262,7 +249,7 @@ void Win32Surface::ForeColor(int32_t value) {
     m_lForeColor = value;
     const COLORREF colour = static_cast<COLORREF>(ConvertOLEColor(value));
     if (m_hOwnDC != nullptr) ::SetTextColor(m_hOwnDC, colour);
-    if (m_hBackDC != nullptr) ::SetTextColor(m_hBackDC, colour);
+    if (m_backDC) ::SetTextColor(m_backDC.get(), colour);
 }
 
 void Win32Surface::Font(std::shared_ptr<StdFont> value) {
@@ -273,12 +260,7 @@ void Win32Surface::Font(std::shared_ptr<StdFont> value) {
 
 void Win32Surface::applyFont() {
     if (!m_font) return;
-    const HDC screen = ::GetDC(nullptr);
-    int dpi = 96;
-    if (screen != nullptr) {
-        dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
-        ::ReleaseDC(nullptr, screen);
-    }
+    const int dpi = pixelsPerInch(true);
     const int points = static_cast<int>(std::lround(m_font->Size()));
     const HFONT font = ::CreateFontW(-::MulDiv(points, dpi, 72), 0, 0, 0, m_font->Weight(),
                                      m_font->Italic() ? TRUE : FALSE, m_font->Underline() ? TRUE : FALSE,
@@ -286,16 +268,9 @@ void Win32Surface::applyFont() {
                                      static_cast<BYTE>(m_font->Charset()), OUT_DEFAULT_PRECIS,
                                      CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, AsWide(m_font->Name()));
     if (font == nullptr) return;
-    if (m_hOwnDC != nullptr) {
-        const HGDIOBJ previous = ::SelectObject(m_hOwnDC, font);
-        if (m_hOwnOldFont == nullptr) m_hOwnOldFont = previous;
-    }
-    if (m_hBackDC != nullptr) {
-        const HGDIOBJ previous = ::SelectObject(m_hBackDC, font);
-        if (m_hBackOldFont == nullptr) m_hBackOldFont = previous;
-    }
-    if (m_hFont != nullptr) ::DeleteObject(m_hFont);
-    m_hFont = font;
+    if (m_hOwnDC != nullptr) ::SelectObject(m_hOwnDC, font);
+    if (m_backDC) ::SelectObject(m_backDC.get(), font);
+    m_hFont.reset(font);  // the previous font is selected nowhere now
 }
 
 void Win32Surface::BackStyle(int16_t value) {
@@ -317,22 +292,19 @@ void Win32Surface::MaskPicture(std::shared_ptr<StdPicture> value) {
 
 void Win32Surface::applyRegion() {
     if (m_hWnd == nullptr) return;
-    const HRGN current = ::CreateRectRgn(0, 0, 0, 0);
-    const bool hasRegion = current != nullptr && ::GetWindowRgn(m_hWnd, current) != ERROR;
+    const RegionOwner current(::CreateRectRgn(0, 0, 0, 0));
+    const bool hasRegion = current && ::GetWindowRgn(m_hWnd, current.get()) != ERROR;
     if (m_iBackStyle != 0) {
         if (hasRegion) ::SetWindowRgn(m_hWnd, nullptr, TRUE);
-    } else {
-        const HRGN shape = CreateRegionFromMask(m_maskPicture ? m_maskPicture->Bitmap() : nullptr,
-                                                static_cast<COLORREF>(ConvertOLEColor(m_lMaskColor)));
-        // The shape is rebuilt at every paint of a transparent control; setting an equal region
-        // again would invalidate the window and paint it forever.
-        if (shape != nullptr && hasRegion && ::EqualRgn(shape, current)) {
-            ::DeleteObject(shape);
-        } else if (shape != nullptr && ::SetWindowRgn(m_hWnd, shape, TRUE) == 0) {
-            ::DeleteObject(shape);  // the window owns the region only when the call succeeds
-        }
+        return;
     }
-    if (current != nullptr) ::DeleteObject(current);
+    RegionOwner shape(CreateRegionFromMask(m_maskPicture ? m_maskPicture->Bitmap() : nullptr,
+                                           static_cast<COLORREF>(ConvertOLEColor(m_lMaskColor))));
+    // The shape is rebuilt at every paint of a transparent control; setting an equal region
+    // again would invalidate the window and paint it forever.
+    if (!shape || (hasRegion && ::EqualRgn(shape.get(), current.get()))) return;
+    // The window owns the region once the call succeeds.
+    if (::SetWindowRgn(m_hWnd, shape.get(), TRUE) != 0) shape.release();
 }
 
 void Win32Surface::OLEDropMode(int16_t value) {
@@ -386,36 +358,30 @@ void Win32Surface::recreateBackingBitmap() {
     if (m_hWnd == nullptr || !::GetClientRect(m_hWnd, &r)) return;
     const int width = std::max<int>(r.right, 1);
     const int height = std::max<int>(r.bottom, 1);
-    const HDC screen = ::GetDC(nullptr);
-    if (screen == nullptr) return;
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width, height);
-    if (m_hBackDC == nullptr) {
-        m_hBackDC = ::CreateCompatibleDC(screen);
-        if (m_hBackDC != nullptr) {
-            ::SetBkMode(m_hBackDC, TRANSPARENT);
-            ::SetTextColor(m_hBackDC, static_cast<COLORREF>(ConvertOLEColor(m_lForeColor)));
-            if (m_hFont != nullptr) m_hBackOldFont = ::SelectObject(m_hBackDC, m_hFont);
+    const WindowDCGuard screen(nullptr);
+    if (screen.get() == nullptr) return;
+    BitmapOwner bitmap(::CreateCompatibleBitmap(screen.get(), width, height));
+    if (!m_backDC) {
+        m_backDC.reset(::CreateCompatibleDC(screen.get()));
+        if (m_backDC) {
+            ::SetBkMode(m_backDC.get(), TRANSPARENT);
+            ::SetTextColor(m_backDC.get(), static_cast<COLORREF>(ConvertOLEColor(m_lForeColor)));
+            if (m_hFont) ::SelectObject(m_backDC.get(), m_hFont.get());
         }
     }
-    ::ReleaseDC(nullptr, screen);
-    if (bitmap == nullptr || m_hBackDC == nullptr) {
-        if (bitmap != nullptr) ::DeleteObject(bitmap);
-        return;
-    }
+    if (!bitmap || !m_backDC) return;
     // The old picture is kept where it still fits, as a surface that resizes keeps its drawing.
-    const HDC copy = ::CreateCompatibleDC(m_hBackDC);
-    if (copy != nullptr) {
-        const HGDIOBJ previous = ::SelectObject(copy, bitmap);
-        RECT all{0, 0, width, height};
-        ::FillRect(copy, &all, ::GetSysColorBrush(COLOR_BTNFACE));
-        if (m_hBackBitmap != nullptr) ::BitBlt(copy, 0, 0, width, height, m_hBackDC, 0, 0, SRCCOPY);
-        ::SelectObject(copy, previous);
-        ::DeleteDC(copy);
+    {
+        const MemoryDCOwner copy(::CreateCompatibleDC(m_backDC.get()));
+        const ScopedSelect target(copy.get(), bitmap.get());
+        if (target.selected()) {
+            RECT all{0, 0, width, height};
+            ::FillRect(copy.get(), &all, ::GetSysColorBrush(COLOR_BTNFACE));
+            if (m_backBitmap) ::BitBlt(copy.get(), 0, 0, width, height, m_backDC.get(), 0, 0, SRCCOPY);
+        }
     }
-    const HGDIOBJ replaced = ::SelectObject(m_hBackDC, bitmap);
-    if (m_hBackOldBitmap == nullptr) m_hBackOldBitmap = replaced;
-    if (m_hBackBitmap != nullptr) ::DeleteObject(m_hBackBitmap);
-    m_hBackBitmap = bitmap;
+    ::SelectObject(m_backDC.get(), bitmap.get());
+    m_backBitmap = std::move(bitmap);  // the replaced bitmap is selected nowhere now
 }
 
 // ---- messages ----
@@ -489,9 +455,9 @@ void Win32Surface::onPaint() {
     PAINTSTRUCT paint{};
     const HDC target = ::BeginPaint(m_hWnd, &paint);
     if (target == nullptr) return;
-    if (m_bAutoRedraw && m_hBackDC != nullptr) {
+    if (m_bAutoRedraw && m_backDC) {
         const RECT& r = paint.rcPaint;
-        ::BitBlt(target, r.left, r.top, r.right - r.left, r.bottom - r.top, m_hBackDC, r.left, r.top, SRCCOPY);
+        ::BitBlt(target, r.left, r.top, r.right - r.left, r.bottom - r.top, m_backDC.get(), r.left, r.top, SRCCOPY);
     } else if (m_client != nullptr) {
         // With CS_OWNDC the paint DC is hDC, clipped to what needs painting.
         m_client->Paint();

@@ -7,6 +7,7 @@
 
 #include "frame/ControlSurface.h"
 #include "frame/OleDragDrop.h"
+#include "graphics/GdiRaii.h"
 
 // WM_PAINT becomes Paint, mouse and keys become the client's events, AutoRedraw keeps a backing
 // bitmap, BackStyle 0 turns MaskPicture into the window's region, and OLEDropMode 1 registers
@@ -126,13 +127,11 @@ private:
     void OnOleSetData(int16_t format) override;
 
     HWND m_hWnd = nullptr;
-    HDC m_hOwnDC = nullptr;      // CS_OWNDC: the same DC for the window's life
-    HDC m_hBackDC = nullptr;     // AutoRedraw backing store
-    HBITMAP m_hBackBitmap = nullptr;
-    HGDIOBJ m_hBackOldBitmap = nullptr;
-    HFONT m_hFont = nullptr;     // selected into both DCs
-    HGDIOBJ m_hOwnOldFont = nullptr;
-    HGDIOBJ m_hBackOldFont = nullptr;
+    HDC m_hOwnDC = nullptr;  // CS_OWNDC: the same DC for the window's life, released with it
+    // Declared before the backing DC, so that the DC goes first and nothing is deleted while selected.
+    FontOwner m_hFont;       // selected into both DCs
+    BitmapOwner m_backBitmap;
+    MemoryDCOwner m_backDC;  // AutoRedraw backing store
     SurfaceClient* m_client = nullptr;
     bool m_bAutoRedraw = false;
     int32_t m_lForeColor = static_cast<int32_t>(0x80000012u);
