@@ -164,19 +164,23 @@ HRESULT SurfaceDropTarget::DragEnter(IDataObject* data, DWORD keys, POINTL pt, D
     if (m_current != nullptr) m_current->Release();
     m_current = data;
     if (m_current != nullptr) m_current->AddRef();
+    m_lastPoint = pt;
+    m_lastKeys = keys;
     if (m_receiver != nullptr) m_receiver->OnOleDrag(data, keys, pt, *effect, 0);
     return S_OK;
 }
 
 HRESULT SurfaceDropTarget::DragOver(DWORD keys, POINTL pt, DWORD* effect) {
     if (effect == nullptr) return E_INVALIDARG;
+    m_lastPoint = pt;
+    m_lastKeys = keys;
     if (m_receiver != nullptr) m_receiver->OnOleDrag(m_current, keys, pt, *effect, 2);
     return S_OK;
 }
 
 HRESULT SurfaceDropTarget::DragLeave() {
     DWORD effect = DROPEFFECT_NONE;
-    if (m_receiver != nullptr) m_receiver->OnOleDrag(m_current, 0, POINTL{0, 0}, effect, 1);
+    if (m_receiver != nullptr) m_receiver->OnOleDrag(m_current, m_lastKeys, m_lastPoint, effect, 1);
     if (m_current != nullptr) m_current->Release();
     m_current = nullptr;
     return S_OK;

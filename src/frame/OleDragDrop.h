@@ -100,6 +100,9 @@ private:
     LONG m_lRefs = 1;
     OleDragReceiver* m_receiver;
     IDataObject* m_current = nullptr;
+    // A leave carries no position: the last one seen is reported.
+    POINTL m_lastPoint{0, 0};
+    DWORD m_lastKeys = 0;
 };
 
 class SurfaceDropSource final : public IDropSource {

@@ -72,6 +72,9 @@ public:
     // For a host's message loop: routes Alt+key to the surface whose AccessKeys holds the key
     // under the same top-level window. True when a surface took it.
     static bool TranslateAccessKey(const MSG& message);
+    // The surface's drop target while OLEDropMode is manual, else nullptr: for a host that
+    // forwards drops arriving on a window of its own. No reference is added.
+    IDropTarget* DropTarget() const noexcept { return m_dropTarget; }
     // The window class of every surface.
     static const wchar_t* WindowClassName() noexcept { return L"TarnwickSurface"; }
 
