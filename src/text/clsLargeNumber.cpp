@@ -69,6 +69,147 @@ std::vector<bool> binaryDigits(dn::Limbs value) {
     return bits;
 }
 
+// A character not in the alphabet has no defined value; it counts as 0.
+uint32_t digitValueOrZero(char16_t c) noexcept {
+    const int32_t v = alphabetValue(c);
+    return v < 0 ? 0u : static_cast<uint32_t>(v);
+}
+
+// Below this many limbs a number is converted digit chunk by digit chunk; above it the work is
+// split at a power of the base, so that long numbers cost products rather than n^2 steps.
+constexpr size_t kPlainConversionLimbs = 40;
+
+// The digits of numbers in a base of one limb (2 to 999,999,999).
+class SmallBaseDigits {
+public:
+    explicit SmallBaseDigits(uint32_t base) : m_base(base) {
+        uint64_t chunk = base;
+        while (chunk * base <= UINT32_MAX) {
+            chunk *= base;
+            ++m_chunkDigits;
+        }
+        m_chunk = static_cast<uint32_t>(chunk);
+    }
+
+    // Appends the digits of n, most significant first: exactly width digits when width isn't 0,
+    // otherwise without leading zeros.
+    void write(const dn::Limbs& n, size_t width, std::vector<uint32_t>& out) {
+        if (n.size() <= kPlainConversionLimbs) {
+            writePlain(n, width, out);
+            return;
+        }
+        // The largest square of squares of the chunk no longer than half the number.
+        size_t level = 0;
+        while (power(level + 1).size() * 2 <= n.size()) {
+            ++level;
+        }
+        const size_t lowDigits = m_chunkDigits << level;
+        dn::Limbs q;
+        dn::Limbs r;
+        dn::DivMod(n, power(level), q, r);
+        write(q, width > lowDigits ? width - lowDigits : 0, out);
+        write(r, lowDigits, out);
+    }
+
+private:
+    const dn::Limbs& power(size_t level) {
+        if (m_powers.empty()) {
+            m_powers.push_back(dn::FromUint64(m_chunk));
+        }
+        while (m_powers.size() <= level) {
+            m_powers.push_back(dn::Mul(m_powers.back(), m_powers.back()));
+        }
+        return m_powers[level];
+    }
+
+    void writePlain(const dn::Limbs& n, size_t width, std::vector<uint32_t>& out) const {
+        std::vector<uint32_t> reversed;
+        dn::Limbs m = n;
+        while (!m.empty()) {
+            uint32_t r = dn::DivSmall(m, m_chunk);
+            for (size_t k = 0; k < m_chunkDigits; ++k) {
+                reversed.push_back(r % m_base);
+                r /= m_base;
+            }
+        }
+        while (!reversed.empty() && reversed.back() == 0) {
+            reversed.pop_back();
+        }
+        while (reversed.size() < width) {
+            reversed.push_back(0);
+        }
+        out.insert(out.end(), reversed.rbegin(), reversed.rend());
+    }
+
+    uint32_t m_base = 2;
+    uint32_t m_chunk = 2;
+    size_t m_chunkDigits = 1;
+    std::vector<dn::Limbs> m_powers;  // chunk, chunk^2, chunk^4, ...
+};
+
+// The value of a digit string in a base of one limb (2 to 999,999,999). Digits at or above the
+// base are not checked: the value is the sum of digit × base^position all the same.
+class SmallBaseValue {
+public:
+    explicit SmallBaseValue(uint32_t base) : m_base(base) {}
+
+    dn::Limbs valueOf(const char16_t* digits, size_t count) {
+        if (count <= kPlainConversionLimbs * dn::kDigitsPerLimb) {
+            return valuePlain(digits, count);
+        }
+        // The low part takes the largest power-of-two length below the count.
+        size_t level = 0;
+        while ((static_cast<size_t>(2) << level) < count) {
+            ++level;
+        }
+        const size_t lowCount = static_cast<size_t>(1) << level;
+        const dn::Limbs high = valueOf(digits, count - lowCount);
+        const dn::Limbs low = valueOf(digits + (count - lowCount), lowCount);
+        return dn::Add(dn::Mul(high, power(level)), low);
+    }
+
+private:
+    // base^(2^level)
+    const dn::Limbs& power(size_t level) {
+        if (m_powers.empty()) {
+            m_powers.push_back(dn::FromUint64(m_base));
+        }
+        while (m_powers.size() <= level) {
+            m_powers.push_back(dn::Mul(m_powers.back(), m_powers.back()));
+        }
+        return m_powers[level];
+    }
+
+    // Horner's rule; digits gather in a machine word while it holds them.
+    dn::Limbs valuePlain(const char16_t* digits, size_t count) const {
+        dn::Limbs sum;
+        uint64_t pending = 0;
+        uint64_t scale = 1;
+        for (size_t i = 0; i < count; ++i) {
+            const uint32_t d = digitValueOrZero(digits[i]);
+            if (d >= m_base) {
+                dn::MulSmallAdd(sum, static_cast<uint32_t>(scale), static_cast<uint32_t>(pending));
+                dn::MulSmallAdd(sum, m_base, d);
+                pending = 0;
+                scale = 1;
+                continue;
+            }
+            if (scale * m_base > UINT32_MAX) {
+                dn::MulSmallAdd(sum, static_cast<uint32_t>(scale), static_cast<uint32_t>(pending));
+                pending = 0;
+                scale = 1;
+            }
+            pending = pending * m_base + d;
+            scale *= m_base;
+        }
+        dn::MulSmallAdd(sum, static_cast<uint32_t>(scale), static_cast<uint32_t>(pending));
+        return sum;
+    }
+
+    uint32_t m_base = 2;
+    std::vector<dn::Limbs> m_powers;  // base, base^2, base^4, ...
+};
+
 }  // namespace
 
 std::u16string clsLargeNumber::StrTrim(const std::u16string& sA) const {
@@ -320,39 +461,27 @@ std::u16string clsLargeNumber::ConvFromBase10(const std::u16string& sA, const st
     if (number.empty()) {
         return u"0";  // "00" or "": one round of the loop, digit 0
     }
-    // Digit values, least significant first; -1 for a value with no character (64 and above).
-    std::vector<int32_t> digits;
+    // Digit values, most significant first; a value of 64 and above has no character.
+    std::vector<uint32_t> digits;
     if (base.size() == 1) {
-        const uint32_t b = base[0];
-        uint64_t chunk = b;
-        size_t perChunk = 1;
-        while (chunk * b <= UINT32_MAX) {
-            chunk *= b;
-            ++perChunk;
-        }
-        while (!number.empty()) {
-            uint32_t r = dn::DivSmall(number, static_cast<uint32_t>(chunk));
-            for (size_t k = 0; k < perChunk && (r != 0 || !number.empty()); ++k) {
-                const uint32_t d = r % b;
-                digits.push_back(d < 64 ? static_cast<int32_t>(d) : -1);
-                r /= b;
-            }
-        }
+        SmallBaseDigits(base[0]).write(number, 0, digits);
     } else {
         dn::Limbs q;
         dn::Limbs r;
+        std::vector<uint32_t> reversed;
         while (!number.empty()) {
             dn::DivMod(number, base, q, r);
-            const uint32_t low = r.empty() ? 0u : r[0];
-            digits.push_back(r.size() <= 1 && low < 64 ? static_cast<int32_t>(low) : -1);
+            const bool small = r.size() <= 1 && (r.empty() || r[0] < 64);
+            reversed.push_back(small ? (r.empty() ? 0u : r[0]) : 64u);
             number.swap(q);
         }
+        digits.assign(reversed.rbegin(), reversed.rend());
     }
     std::u16string out;
     out.reserve(digits.size());
-    for (size_t k = digits.size(); k-- > 0;) {
-        if (digits[k] >= 0) {
-            out += kDigitAlphabet[digits[k]];
+    for (const uint32_t d : digits) {
+        if (d < 64) {
+            out += kDigitAlphabet[d];
         }
     }
     return out;
@@ -363,35 +492,17 @@ std::u16string clsLargeNumber::ConvToBase10(const std::u16string& sA, const std:
         return u"0";
     }
     const dn::Limbs base = dn::FromDecimal(FromBase);
+    if (base.size() == 1 && base[0] >= 2) {
+        return dn::ToDecimal(SmallBaseValue(base[0]).valueOf(sA.data(), sA.size()));
+    }
+    // Base 0 keeps the last digit, base 1 adds the digits up; bases beyond one limb go by Horner.
     dn::Limbs sum;
-    if (base.size() <= 1) {
-        const uint32_t b = base.empty() ? 0 : base[0];
-        // Digits gather in a machine word while it holds them, then go in with one multiplication.
-        uint64_t pending = 0;
-        uint64_t scale = 1;
-        for (const char16_t c : sA) {
-            const int32_t v = alphabetValue(c);
-            const uint32_t d = v < 0 ? 0u : static_cast<uint32_t>(v);  // not in the alphabet: undefined, taken as 0
-            if (d >= b || b < 2) {
-                dn::MulSmallAdd(sum, static_cast<uint32_t>(scale), static_cast<uint32_t>(pending));
-                dn::MulSmallAdd(sum, b, d);
-                pending = 0;
-                scale = 1;
-                continue;
-            }
-            if (scale * b > UINT32_MAX) {
-                dn::MulSmallAdd(sum, static_cast<uint32_t>(scale), static_cast<uint32_t>(pending));
-                pending = 0;
-                scale = 1;
-            }
-            pending = pending * b + d;
-            scale *= b;
-        }
-        dn::MulSmallAdd(sum, static_cast<uint32_t>(scale), static_cast<uint32_t>(pending));
-    } else {
-        for (const char16_t c : sA) {
-            const int32_t v = alphabetValue(c);
-            sum = dn::Add(dn::Mul(sum, base), dn::FromUint64(v < 0 ? 0u : static_cast<uint64_t>(v)));
+    for (const char16_t c : sA) {
+        const uint32_t d = digitValueOrZero(c);
+        if (base.size() <= 1) {
+            dn::MulSmallAdd(sum, base.empty() ? 0u : base[0], d);
+        } else {
+            sum = dn::Add(dn::Mul(sum, base), dn::FromUint64(d));
         }
     }
     return dn::ToDecimal(sum);

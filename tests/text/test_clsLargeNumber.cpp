@@ -355,6 +355,15 @@ TEST(clsLargeNumber, ClosedFormsOfLargeResults) {
         EXPECT_EQ(ln.ConvToBase10(there, base), big) << "base " << std::string(base.begin(), base.end());
         EXPECT_EQ(ln.ConvertBases(ln.ConvertBases(big, u"10", base), base, u"10"), big);
     }
+    // Runs of zero digits inside long numbers, both ways: 16^2000 + 1 and 2^5000 + 2^17.
+    const std::u16string sparseHex = u"1" + std::u16string(1999, u'0') + u"1";
+    const std::u16string sparse = ln.StrInc(ln.StrPow(u"16", u"2000"));
+    EXPECT_EQ(ln.ConvFromBase10(sparse, u"16"), sparseHex);
+    EXPECT_EQ(ln.ConvToBase10(sparseHex, u"16"), sparse);
+    const std::u16string sparseBinary = u"1" + std::u16string(4982, u'0') + u"1" + std::u16string(17, u'0');
+    const std::u16string sparse2 = ln.StrAdd(ln.StrPow(u"2", u"5000"), ln.StrPow(u"2", u"17"));
+    EXPECT_EQ(ln.ConvFromBase10(sparse2, u"2"), sparseBinary);
+    EXPECT_EQ(ln.ConvToBase10(sparseBinary, u"2"), sparse2);
     // Bases beyond one limb: digits below 64 still have characters.
     EXPECT_EQ(ln.ConvFromBase10(u"5000000038", u"1000000007"), u"53");
     EXPECT_EQ(ln.ConvFromBase10(u"6222222222922222222292", u"98765432109876543210"), u"|{");
