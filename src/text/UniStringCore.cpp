@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <new>
 
 #include "common/CtlError.h"
 #include "platform/CodePage.h"
@@ -57,7 +58,14 @@ inline uint8_t* putCodeUnit(uint8_t* out, uint32_t c) noexcept {
 }  // namespace
 
 std::vector<uint8_t> StringToUTF8Bytes(const std::u16string& text) {
-    std::vector<uint8_t> bytes(text.size() * 3);
+    // Like every step of the transport layer, a failure to allocate gives an empty result rather
+    // than an error.
+    std::vector<uint8_t> bytes;
+    try {
+        bytes.resize(text.size() * 3);
+    } catch (const std::bad_alloc&) {
+        return std::vector<uint8_t>();
+    }
     const char16_t* in = text.data();
     const char16_t* const end = in + text.size();
     uint8_t* const begin = bytes.data();
@@ -83,7 +91,12 @@ std::u16string UTF8BytesToString(const uint8_t* data, size_t length) {
         return std::u16string();
     }
     // Never more code units than bytes: one buffer, cut once at the end.
-    std::u16string text(length, u'\0');
+    std::u16string text;
+    try {
+        text.resize(length);
+    } catch (const std::bad_alloc&) {
+        return std::u16string();
+    }
     char16_t* const begin = text.data();
     char16_t* out = begin;
     size_t i = 0;
