@@ -121,6 +121,7 @@ struct Args {
     bool border;
     int32_t borderColour = -1;
     int32_t outColour = -1;
+    bool adapt = true;
 };
 
 // The recipe tables, evaluated on the reference array.
@@ -132,14 +133,14 @@ void referenceButton(Ref& ref, const CTL_RECT& rc, const Args& a) {
     const int32_t h = (B - t) / 2;
     const int32_t lum = Lum(b);
     const int32_t d = Inc(b, -51);
-    const int32_t eXp2Glass = lum < 171 ? SetLum(b, 204) : kWhite;
-    const int32_t g = lum >= 102 ? Inc(b, 85) : SetLum(b, 204);
+    const int32_t eXp2Glass = (!a.adapt || lum < 171) ? SetLum(b, 204) : kWhite;
+    const int32_t g = (!a.adapt || lum >= 102) ? Inc(b, 85) : SetLum(b, 204);
     const bool p = a.pressed;
     switch (a.style) {
     case 0: {
         ref.fill(l, t, r, B, b);
         if (p) {
-            const int32_t e = lum >= 64 ? Inc(b, 34) : SetLum(b, 170);
+            const int32_t e = (!a.adapt || lum >= 64) ? Inc(b, 34) : SetLum(b, 170);
             ref.fadeY(l, B - 5, r, B, b, e);
             ref.fadeX(r - 5, t, r, B, b, e);
             ref.fadeY(l, t, r, t + 6, Inc(b, -34), b);
@@ -312,7 +313,7 @@ void expectMatchesReference(const Args& a, const CTL_RECT& rc) {
     DibCanvas canvas(40, 44, kBack);
     CTL_RECT work = rc;
     DrawButton(canvas.dc(), work, a.back, a.border, a.borderColour, a.pressed, false, false, false, a.rounded,
-               a.style, a.outColour);
+               a.style, a.outColour, a.adapt);
     ASSERT_EQ(work, rc) << "rWork must come back unchanged";
     Ref ref(40, 44);
     referenceButton(ref, rc, a);
@@ -352,6 +353,19 @@ TEST(DrawButton, ExplicitBorderAndOuterColours) {
         for (const bool rounded : {false, true}) {
             expectMatchesReference(Args{style, 0x00D08040, false, rounded, true, 0x000000FF, 0x0000FF00},
                                    CTL_RECT{3, 4, 25, 30});
+        }
+    }
+}
+
+// Without the light adaptation: the Flat, Vista4, Xp2 and Glass ends no longer depend on luminance.
+TEST(DrawButton, WithoutLightAdaptation) {
+    for (const int32_t style : {0, 4, 7, 8}) {
+        for (const int32_t back : {0x00F8F8F8, 0x00202020, 0x00D08040}) {
+            for (const bool pressed : {false, true}) {
+                Args args{style, back, pressed, true, true};
+                args.adapt = false;
+                expectMatchesReference(args, CTL_RECT{3, 4, 25, 30});
+            }
         }
     }
 }
