@@ -391,6 +391,12 @@ TEST(DrawButton, HandWorkedPixels) {
     EXPECT_EQ(canvas.At(4, 4), kWhite);
     EXPECT_EQ(canvas.At(9, 4), kBack);
 
+    // Glass with no height has no highlight ratio: the drawing stops, the default frame included.
+    canvas.Fill(kBack);
+    rc = CTL_RECT{2, 3, 12, 3};
+    DrawButton(canvas.dc(), rc, 0x00D08040, true, -1, false, true, false, false, false, iCtlBtnStyle_Glass, -1);
+    EXPECT_EQ(canvas.Snapshot(), std::vector<int32_t>(20 * 10, kBack));
+
     // One row high: Xp paints exactly its start colour in one row.
     canvas.Fill(kBack);
     rc = CTL_RECT{0, 2, 5, 3};
