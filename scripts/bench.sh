@@ -6,6 +6,12 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 scripts/bootstrap.sh
+# GMP is the large-number benchmark's baseline, needed by nothing else.
+if ! ls /usr/include/gmp.h /usr/include/*/gmp.h >/dev/null 2>&1; then
+  SUDO=""; [ "$(id -u)" -eq 0 ] || SUDO="sudo"
+  DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq libgmp-dev >/dev/null 2>&1 || \
+    echo "bench: libgmp-dev could not be installed; the large-number benchmark is skipped" >&2
+fi
 filter=${1:-}
 jobs=${TC_JOBS:-$(nproc)}
 
