@@ -2,6 +2,9 @@
 #include "GalleryPage.h"
 
 #include <algorithm>
+#include <initializer_list>
+
+#include "graphics/modCommonDraw.h"
 
 namespace {
 
@@ -10,7 +13,31 @@ std::vector<GalleryPageEntry>& registry() {
     return pages;
 }
 
+CtlString firstInstalled(std::initializer_list<const char16_t*> faces) {
+    for (const char16_t* face : faces) {
+        if (IsFontInstalled(face)) return face;
+    }
+    return CtlString();
+}
+
+bool holds(const CtlString& sample, char16_t low, char16_t high) {
+    return std::any_of(sample.begin(), sample.end(), [&](char16_t c) { return c >= low && c <= high; });
+}
+
 }  // namespace
+
+CtlString GalleryFaceFor(const CtlString& sample) {
+    CtlString face;
+    if (holds(sample, 0xD800, 0xDFFF)) {
+        face = firstInstalled({u"Symbola", u"Segoe UI Symbol", u"Segoe UI Emoji"});
+    } else if (holds(sample, 0x0900, 0x097F)) {
+        face = firstInstalled({u"Lohit Devanagari", u"Nirmala UI", u"Mangal", u"Noto Sans Devanagari"});
+    } else if (holds(sample, 0x3040, 0x30FF) || holds(sample, 0x4E00, 0x9FFF) || holds(sample, 0xFF00, 0xFFEF)) {
+        face = firstInstalled({u"WenQuanYi Micro Hei", u"Microsoft YaHei", u"MS Gothic", u"SimSun"});
+    }
+    if (face.empty()) face = firstInstalled({u"DejaVu Sans", u"Segoe UI", u"Arial Unicode MS", u"Tahoma"});
+    return face.empty() ? CtlString(u"Tahoma") : face;
+}
 
 bool RegisterGalleryPage(int order, const wchar_t* title, GalleryPageFactory make) {
     auto& pages = registry();

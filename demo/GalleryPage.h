@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "common/CtlTypes.h"
 #include "platform/win32/WinApi.h"
 
 // A page either creates child windows inside `area` of `parent` (Create, torn down by Destroy
@@ -26,6 +27,10 @@ public:
         (void)area;
     }
 };
+
+// An installed face that holds the scripts of `sample`: Devanagari, CJK and characters beyond the
+// basic plane (emoji) each need their own face; anything else gets the general text face.
+CtlString GalleryFaceFor(const CtlString& sample = CtlString());
 
 using GalleryPageFactory = std::unique_ptr<GalleryPage> (*)();
 

@@ -12,20 +12,12 @@ const char16_t* const kStyleNames[] = {u"Flat", u"Xp", u"XpEx", u"Vista", u"Glas
 constexpr int32_t kBacks[] = {0x00F0F0F0, 0x00FFFFFF, 0x00404040, 0x00D08040};
 const char16_t* const kBackNames[] = {u"0xF0F0F0", u"0xFFFFFF", u"0x404040", u"0xD08040"};
 
-// A face that has the scripts of the sample line, when the system has one.
-CtlString textFace() {
-    for (const char16_t* face : {u"DejaVu Sans", u"Segoe UI", u"Arial Unicode MS", u"Tahoma"}) {
-        if (IsFontInstalled(face)) return face;
-    }
-    return u"Tahoma";
-}
-
 int32_t textOn(int32_t back) { return GetColorLuminance(back) < 128 ? 0x00FFFFFF : 0x00202020; }
 
 class ButtonStylesPage : public GalleryPage {
 public:
     void Paint(HDC hdc, const RECT& area) override {
-        const CtlString face = textFace();
+        const CtlString face = GalleryFaceFor();
         ::SetBkMode(hdc, TRANSPARENT);
         const int32_t left = area.left + 12;
         int32_t y = area.top + 10;
@@ -108,6 +100,21 @@ public:
                        u"\u05D9\u05EA \u00B7 \u0627\u0644\u0639\u0631\u0628\u064A\u0629 \u00B7 \u0544\u0561\u0575"
                        u"\u0580\u0565\u0576\u056B",
                        left, y, area.right - 12, y + 26, DT_SINGLELINE | DT_NOPREFIX);
+        y += 30;
+        // Scripts that the general face lacks, each in a face that holds it.
+        const char16_t* const samples[] = {
+            u"\u0939\u093F\u0928\u094D\u0926\u0940 \u0928\u092E\u0938\u094D\u0924\u0947",
+            u"\u4E2D\u6587 \u4F60\u597D\uFF0C\u4E16\u754C",
+            u"\u65E5\u672C\u8A9E \u3053\u3093\u306B\u3061\u306F \u30AB\u30BF\u30AB\u30CA",
+            u"Emoji \U0001F600 \U0001F30D \U0001F680 \u2764",
+        };
+        int32_t sampleLeft = left;
+        for (const char16_t* sample : samples) {
+            clsFontHDC sampleFont;
+            sampleFont.SetFontToDC(hdc, GalleryFaceFor(sample), 12, 0x00202020);
+            DrawTextCoords(hdc, sample, sampleLeft, y, sampleLeft + 240, y + 26, DT_SINGLELINE | DT_NOPREFIX);
+            sampleLeft += 250;
+        }
     }
 };
 

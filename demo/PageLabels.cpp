@@ -14,13 +14,6 @@
 
 namespace {
 
-CtlString textFace() {
-    for (const char16_t* face : {u"DejaVu Sans", u"Segoe UI", u"Arial Unicode MS", u"Tahoma"}) {
-        if (IsFontInstalled(face)) return face;
-    }
-    return u"Tahoma";
-}
-
 // Below the tallest column above it (six labels of 28 pixels).
 constexpr int kAutoSizeTop = 34 + 6 * 28 + 36;
 
@@ -32,7 +25,7 @@ struct Placed {
 class LabelsPage : public GalleryPage {
 public:
     void Create(HWND parent, const RECT& area) override {
-        m_face = textFace();
+        m_face = GalleryFaceFor();
         const int left = area.left + 12;
         int y = area.top + 34;
 
@@ -166,7 +159,7 @@ public:
             label.VAlignment(UniLabel_VAlign_Middle);
             label.BorderStyle(UniLabel_BS_Border);
             label.BackColor(0x00FFFFFF);
-            label.Font(std::make_shared<StdFont>(m_face, 10.0F));
+            label.Font(std::make_shared<StdFont>(GalleryFaceFor(scripts[i].caption), 10.0F));
         }
         m_scriptsTop = y;
     }

@@ -19,6 +19,12 @@ check xauth xauth
 [ -x /usr/lib/wine/wine64 ] || need+=(wine64)
 # libFuzzer and the sanitizer runtimes for clang
 ls /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a >/dev/null 2>&1 || need+=(libclang-rt-14-dev)
+# Faces for the gallery's Devanagari, CJK and emoji captions (GDI draws emoji in one colour only).
+command -v fc-list >/dev/null 2>&1 || need+=(fontconfig)
+font() { fc-list -q "$1" 2>/dev/null || need+=("$2"); }
+font "Lohit Devanagari" fonts-lohit-deva
+font "WenQuanYi Micro Hei" fonts-wqy-microhei
+font "Symbola" fonts-symbola
 
 [ ${#need[@]} -eq 0 ] && exit 0
 
