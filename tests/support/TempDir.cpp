@@ -1,11 +1,14 @@
 #include "TempDir.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
+
+#include "common/Utf8Convert.h"
 
 #if defined(_WIN32)
 #include "platform/win32/WinApi.h"
@@ -19,11 +22,7 @@ std::u16string toU16(const std::filesystem::path& p) {
     const std::wstring w = p.wstring();
     return std::u16string(w.begin(), w.end());
 #else
-    const std::string s = p.string();
-    std::u16string out;
-    // Temporary folders are ASCII here; the tests add their own names on top.
-    for (const char c : s) out += static_cast<char16_t>(static_cast<unsigned char>(c));
-    return out;
+    return Utf8ToUtf16(p.string());
 #endif
 }
 
@@ -48,9 +47,7 @@ TempDir::TempDir() {
     const std::filesystem::path host = std::filesystem::temp_directory_path() / unique;
     std::filesystem::create_directories(host);
     std::u16string path = toU16(host);
-    for (char16_t& c : path) {
-        if (c == u'/') c = u'\\';
-    }
+    std::replace(path.begin(), path.end(), u'/', u'\\');
     while (path.size() > 1 && path.back() == u'\\') path.pop_back();
     m_path = path;
 }
@@ -66,34 +63,12 @@ std::u16string TempDir::File(const std::u16string& name) const { return m_path +
 
 std::filesystem::path TempDir::HostPath(const std::u16string& libraryPath) {
 #if defined(_WIN32)
-    std::u16string p = libraryPath;
-    return std::filesystem::path(std::wstring(p.begin(), p.end()));
+    return std::filesystem::path(std::wstring(libraryPath.begin(), libraryPath.end()));
 #else
-    std::string out;
-    for (size_t i = 0; i < libraryPath.size(); ++i) {
-        uint32_t cp = libraryPath[i];
-        if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < libraryPath.size()) {
-            cp = 0x10000 + ((cp - 0xD800) << 10) + (libraryPath[i + 1] - 0xDC00u);
-            ++i;
-        }
-        if (cp == u'\\') cp = u'/';
-        if (cp < 0x80) {
-            out += static_cast<char>(cp);
-        } else if (cp < 0x800) {
-            out += static_cast<char>(0xC0 | (cp >> 6));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else if (cp < 0x10000) {
-            out += static_cast<char>(0xE0 | (cp >> 12));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (cp >> 18));
-            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        }
-    }
-    return std::filesystem::path(out);
+    std::u16string p = libraryPath;
+    std::replace(p.begin(), p.end(), u'\\', u'/');
+    // Lone surrogates kept, as the library's own layer writes them.
+    return std::filesystem::path(Utf16ToUtf8(p, LoneSurrogates::Keep));
 #endif
 }
 
@@ -131,31 +106,6 @@ std::vector<uint8_t> Bytes(const std::string& text) {
     return std::vector<uint8_t>(text.begin(), text.end());
 }
 
-std::string Utf8(const std::u16string& text) {
-    std::string out;
-    for (size_t i = 0; i < text.size(); ++i) {
-        uint32_t cp = text[i];
-        if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
-            cp = 0x10000 + ((cp - 0xD800) << 10) + (text[i + 1] - 0xDC00u);
-            ++i;
-        }
-        if (cp < 0x80) {
-            out += static_cast<char>(cp);
-        } else if (cp < 0x800) {
-            out += static_cast<char>(0xC0 | (cp >> 6));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else if (cp < 0x10000) {
-            out += static_cast<char>(0xE0 | (cp >> 12));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (cp >> 18));
-            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        }
-    }
-    return out;
-}
+std::string Utf8(const std::u16string& text) { return Utf16ToUtf8(text); }
 
 }  // namespace testsupport
