@@ -7,6 +7,12 @@ constexpr WPARAM kLastNavigationKey = VK_DOWN;    // 40
 
 bool isNavigationKey(WPARAM key) noexcept { return key >= kFirstNavigationKey && key <= kLastNavigationKey; }
 
+// Sent straight to the native window, so the host's own navigation never sees the key too.
+bool forwardKey(HWND native, const MSG& msg) {
+    ::SendMessageW(native, msg.message, msg.wParam, msg.lParam);
+    return true;
+}
+
 }  // namespace
 
 namespace IPAOHookFilter {
@@ -34,10 +40,7 @@ bool TranslateKeys(const MSG& msg, IPAOHookKeyTarget& target) noexcept {
             }
             return true;
         }
-        if (isNavigationKey(msg.wParam)) {
-            ::SendMessageW(target.NativeWindow(), msg.message, msg.wParam, msg.lParam);
-            return true;
-        }
+        if (isNavigationKey(msg.wParam)) return forwardKey(target.NativeWindow(), msg);
     } catch (...) {
         // A failing handler leaves the key to the host.
     }
@@ -52,17 +55,11 @@ bool TranslateTreeKeys(const MSG& msg, IPAOHookTreeTarget& target) noexcept {
     try {
         if (msg.wParam == VK_TAB) {
             const int16_t shift = ShiftState();
-            if ((shift & 2) != 0) {
-                target.HandKeyToHost(msg, shift & 1);
-            } else {
-                ::SendMessageW(target.NativeWindow(), msg.message, msg.wParam, msg.lParam);
-            }
+            if ((shift & 2) == 0) return forwardKey(target.NativeWindow(), msg);
+            target.HandKeyToHost(msg, shift & 1);
             return true;
         }
-        if (isNavigationKey(msg.wParam)) {
-            ::SendMessageW(target.NativeWindow(), msg.message, msg.wParam, msg.lParam);
-            return true;
-        }
+        if (isNavigationKey(msg.wParam)) return forwardKey(target.NativeWindow(), msg);
     } catch (...) {
         // A failing step leaves the key to the host.
     }

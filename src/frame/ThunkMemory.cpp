@@ -47,6 +47,13 @@ uint32_t ThunkMemory::ReadSlot(const uint8_t* block, size_t offset) noexcept {
     return value;
 }
 
+uint8_t* ThunkMemory::AllocateHex(std::string_view hex, size_t& size) {
+    const std::vector<uint8_t> code = FromHex(hex);
+    uint8_t* const block = Allocate(code);
+    size = block != nullptr ? code.size() : 0;
+    return block;
+}
+
 #if defined(_WIN64)
 uint8_t* ThunkMemory::MakeBoundCall(const void* target, size_t dataSize, void** data) noexcept {
     // sub rsp,38h / mov rax,data / mov [rsp+20h],rax / mov rax,target / call rax / add rsp,38h / ret
@@ -55,7 +62,7 @@ uint8_t* ThunkMemory::MakeBoundCall(const void* target, size_t dataSize, void** 
     constexpr size_t kCodeSize = 36;
     constexpr size_t kUnwindOffset = 40;
     constexpr size_t kFunctionOffset = 48;
-    constexpr size_t kDataOffset = 64;
+    constexpr size_t kDataOffset = kBoundCallDataOffset;
     std::vector<uint8_t> code(kDataOffset + dataSize, 0);
     const uint8_t prologue[] = {0x48, 0x83, 0xEC, 0x38, 0x48, 0xB8};
     std::memcpy(code.data(), prologue, sizeof prologue);

@@ -95,19 +95,14 @@ bool cUniSubclass::passTo(const MessageTable& table, bool before, VARIANT_BOOL& 
 
 cUniSubclass::cUniSubclass() {
 #if defined(_WIN64)
-    void* data = nullptr;
-    m_thunk = ThunkMemory::MakeBoundCall(reinterpret_cast<const void*>(&thunkEntry), sizeof(ThunkData), &data);
+    m_thunk = ThunkMemory::MakeBoundCall(reinterpret_cast<const void*>(&thunkEntry), m_data, m_thunkSize);
     if (m_thunk != nullptr) {
-        m_data = static_cast<ThunkData*>(data);
         m_data->self = this;
         m_data->previous = nullptr;
-        m_thunkSize = 64 + sizeof(ThunkData);
     }
 #else
-    const std::vector<uint8_t> code = ThunkMemory::FromHex(kThunkHex);
-    m_thunk = ThunkMemory::Allocate(code);
+    m_thunk = ThunkMemory::AllocateHex(kThunkHex, m_thunkSize);
     if (m_thunk != nullptr) {
-        m_thunkSize = code.size();
         ThunkMemory::PatchRelative(m_thunk, kSlotSetWindowLong, reinterpret_cast<const void*>(wideEntry("SetWindowLongW")));
         ThunkMemory::PatchRelative(m_thunk, kSlotCallWindowProc, reinterpret_cast<const void*>(wideEntry("CallWindowProcW")));
         ThunkMemory::PatchAbsolute(m_thunk, kSlotBeforeCount, 0);

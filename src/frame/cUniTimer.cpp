@@ -47,18 +47,11 @@ void CALLBACK thunkEntry(HWND, UINT, UINT_PTR idEvent, DWORD time, cUniTimer::Th
 
 cUniTimer::cUniTimer() {
 #if defined(_WIN64)
-    void* data = nullptr;
-    m_thunk = ThunkMemory::MakeBoundCall(reinterpret_cast<const void*>(&thunkEntry), sizeof(ThunkData), &data);
-    if (m_thunk != nullptr) {
-        m_data = static_cast<ThunkData*>(data);
-        m_data->self = this;
-        m_thunkSize = 64 + sizeof(ThunkData);
-    }
+    m_thunk = ThunkMemory::MakeBoundCall(reinterpret_cast<const void*>(&thunkEntry), m_data, m_thunkSize);
+    if (m_thunk != nullptr) m_data->self = this;
 #else
-    const std::vector<uint8_t> code = ThunkMemory::FromHex(kThunkHex);
-    m_thunk = ThunkMemory::Allocate(code);
+    m_thunk = ThunkMemory::AllocateHex(kThunkHex, m_thunkSize);
     if (m_thunk != nullptr) {
-        m_thunkSize = code.size();
         ThunkMemory::PatchRelative(m_thunk, kSlotKillTimer,
                                    reinterpret_cast<const void*>(::GetProcAddress(::GetModuleHandleW(L"user32"), "KillTimer")));
     }
