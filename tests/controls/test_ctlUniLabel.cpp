@@ -10,6 +10,7 @@
 #include "graphics/DrawButton.h"
 #include "support/LeakCounters.h"
 #include "support/RecordingPropertyBag.h"
+#include "support/RegionCheck.h"
 #include "support/TestHostWindow.h"
 #include "support/WindowMessageCounter.h"
 
@@ -270,40 +271,21 @@ TEST(ctlUniLabel, RoundRegionsShapeTheWindowLikeARoundedRectangle) {
     LabelFixture f;
     f.label.UseRoundRegions(true);
     PumpMessages();
-    const HRGN region = ::CreateRectRgn(0, 0, 0, 0);
-    ASSERT_NE(::GetWindowRgn(f.surface.hWnd(), region), ERROR);
-
-    // Reference: the filled rounded rectangle with corner 2, drawn by the test. Wine 8's
-    // RoundRect fills a 2 x 2 corner completely (seen here: its corner pixel is white), so under
-    // Wine the shape covers the whole rectangle; the comparison holds on either platform.
-    const HDC screen = ::GetDC(nullptr);
-    const HDC reference = ::CreateCompatibleDC(screen);
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, 200, 24);
-    ::ReleaseDC(nullptr, screen);
-    const HGDIOBJ oldBitmap = ::SelectObject(reference, bitmap);
-    RECT all{0, 0, 200, 24};
-    ::FillRect(reference, &all, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
-    const HGDIOBJ oldBrush = ::SelectObject(reference, ::GetStockObject(WHITE_BRUSH));
-    const HGDIOBJ oldPen = ::SelectObject(reference, ::GetStockObject(WHITE_PEN));
-    ::RoundRect(reference, 0, 0, 200, 24, 2, 2);
-    int mismatches = 0;
-    for (int y = 0; y < 24; ++y) {
-        for (int x = 0; x < 200; ++x) {
-            const bool kept = ::GetPixel(reference, x, y) != RGB(0, 0, 0);
-            if (kept != (::PtInRegion(region, x, y) != FALSE)) ++mismatches;
-        }
-    }
-    EXPECT_EQ(mismatches, 0);
-    ::SelectObject(reference, oldPen);
-    ::SelectObject(reference, oldBrush);
-    ::SelectObject(reference, oldBitmap);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(reference);
+    // Reference: the filled rounded rectangle with corner 2. Wine 8's RoundRect fills a 2 x 2
+    // corner completely, so there the shape is the whole rectangle; the comparison holds on either.
+    const auto rounded = testsupport::CompareWindowRegion(f.surface.hWnd(), 200, 24, [](HDC dc, RECT) {
+        const HGDIOBJ oldBrush = ::SelectObject(dc, ::GetStockObject(WHITE_BRUSH));
+        const HGDIOBJ oldPen = ::SelectObject(dc, ::GetStockObject(WHITE_PEN));
+        ::RoundRect(dc, 0, 0, 200, 24, 2, 2);
+        ::SelectObject(dc, oldPen);
+        ::SelectObject(dc, oldBrush);
+    });
+    EXPECT_NE(rounded.regionType, ERROR);
+    EXPECT_EQ(rounded.mismatches, 0);
 
     f.label.UseRoundRegions(false);
     PumpMessages();
-    EXPECT_EQ(::GetWindowRgn(f.surface.hWnd(), region), ERROR);  // rectangular again
-    ::DeleteObject(region);
+    EXPECT_EQ(testsupport::WindowRegionType(f.surface.hWnd()), ERROR);  // rectangular again
 }
 
 TEST(ctlUniLabel, DefaultStyleIsResolvedAtEachPaint) {
@@ -399,52 +381,32 @@ TEST(ctlUniLabel, TransparentLabelIsShapedLikeItsGlyphs) {
     f.label.ReadProperties(bag);
     PumpMessages();
 
-    // The reference mask, drawn by the test: white glyphs on black, same font, same place.
-    const HDC screen = ::GetDC(nullptr);
-    const HDC reference = ::CreateCompatibleDC(screen);
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, 160, 60);
-    ::ReleaseDC(nullptr, screen);
-    const HGDIOBJ oldBitmap = ::SelectObject(reference, bitmap);
-    const HFONT glyphs = referenceFont(28, true);
-    const HGDIOBJ oldFont = ::SelectObject(reference, glyphs);
-    RECT all{0, 0, 160, 60};
-    ::FillRect(reference, &all, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
-    ::SetBkMode(reference, TRANSPARENT);
-    ::SetTextColor(reference, RGB(255, 255, 255));
-    ::DrawTextW(reference, L"H   I", -1, &all, DT_EXPANDTABS | DT_WORDBREAK);
-
-    const HRGN region = ::CreateRectRgn(0, 0, 0, 0);
-    ASSERT_EQ(::GetWindowRgn(f.surface.hWnd(), region), COMPLEXREGION);
-    int glyphPixels = 0;
-    int mismatches = 0;
-    for (int y = 0; y < 60; ++y) {
-        for (int x = 0; x < 160; ++x) {
-            const bool glyph = ::GetPixel(reference, x, y) != RGB(0, 0, 0);
-            glyphPixels += glyph ? 1 : 0;
-            if (glyph != (::PtInRegion(region, x, y) != FALSE)) ++mismatches;
-        }
+    // The reference mask: the same glyphs in the same place, drawn by the test. The gap between
+    // the letters is the middle of the blanks' extent.
+    POINT gap{};
+    const auto shaped = testsupport::CompareWindowRegion(f.surface.hWnd(), 160, 60, [&](HDC dc, RECT all) {
+        testsupport::DrawReferenceText(dc, all, L"H   I", referenceFont(28, true));
+        const HGDIOBJ oldFont = ::SelectObject(dc, referenceFont(28, true));
+        SIZE h{}, hBlanks{};
+        ::GetTextExtentPoint32W(dc, L"H", 1, &h);
+        ::GetTextExtentPoint32W(dc, L"H   ", 4, &hBlanks);
+        ::DeleteObject(::SelectObject(dc, oldFont));
+        gap = POINT{(h.cx + hBlanks.cx) / 2, h.cy / 2};
+    });
+    EXPECT_EQ(shaped.regionType, COMPLEXREGION);
+    EXPECT_GT(shaped.shapePixels, 100);
+    EXPECT_EQ(shaped.mismatches, 0);
+    {
+        const HRGN region = ::CreateRectRgn(0, 0, 0, 0);
+        ::GetWindowRgn(f.surface.hWnd(), region);
+        EXPECT_FALSE(::PtInRegion(region, gap.x, gap.y));
+        ::DeleteObject(region);
     }
-    // The gap between the letters: the middle of the blanks' extent.
-    SIZE h{};
-    SIZE hBlanks{};
-    ::GetTextExtentPoint32W(reference, L"H", 1, &h);
-    ::GetTextExtentPoint32W(reference, L"H   ", 4, &hBlanks);
-    const int gapX = (h.cx + hBlanks.cx) / 2;
-    EXPECT_FALSE(::PtInRegion(region, gapX, h.cy / 2));
-    EXPECT_GT(glyphPixels, 100);
-    EXPECT_EQ(mismatches, 0);
-
-    ::SelectObject(reference, oldFont);
-    ::SelectObject(reference, oldBitmap);
-    ::DeleteObject(glyphs);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(reference);
 
     // Without a caption nothing is left to see or click.
     f.label.Caption(u"");
     PumpMessages();
-    EXPECT_EQ(::GetWindowRgn(f.surface.hWnd(), region), NULLREGION);
-    ::DeleteObject(region);
+    EXPECT_EQ(testsupport::WindowRegionType(f.surface.hWnd()), NULLREGION);
 }
 
 // The example of docs/hosting-controls.md, kept compiling and checked here.

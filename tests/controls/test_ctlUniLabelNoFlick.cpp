@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/Win32Surface.h"
+#include "support/RegionCheck.h"
 #include "support/TestHostWindow.h"
 #include "support/WindowMessageCounter.h"
 
@@ -44,44 +45,19 @@ TEST(ctlUniLabelNoFlick, PublicBackStyleShapesTheWindowWithHardGlyphEdges) {
 
     // Reference glyphs drawn by the test with a non-antialiased font: the mask must be exactly
     // these pixels, with no half-covered edge pixels kept or lost.
-    const HDC screen = ::GetDC(nullptr);
-    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
-    const HDC reference = ::CreateCompatibleDC(screen);
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, 140, 50);
-    ::ReleaseDC(nullptr, screen);
-    const HGDIOBJ oldBitmap = ::SelectObject(reference, bitmap);
-    const HFONT font = ::CreateFontW(-::MulDiv(24, dpi, 72), 0, 0, 0, 700, 0, 0, 0, DEFAULT_CHARSET, 0, 0,
-                                     NONANTIALIASED_QUALITY, 0, L"Arial");
-    const HGDIOBJ oldFont = ::SelectObject(reference, font);
-    RECT all{0, 0, 140, 50};
-    ::FillRect(reference, &all, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
-    ::SetBkMode(reference, TRANSPARENT);
-    ::SetTextColor(reference, RGB(255, 255, 255));
-    ::DrawTextW(reference, L"W\u0416", -1, &all, DT_EXPANDTABS | DT_WORDBREAK);
-
-    const HRGN region = ::CreateRectRgn(0, 0, 0, 0);
-    ASSERT_EQ(::GetWindowRgn(surface.hWnd(), region), COMPLEXREGION);
-    int mismatches = 0;
-    int glyphPixels = 0;
-    for (int y = 0; y < 50; ++y) {
-        for (int x = 0; x < 140; ++x) {
-            const bool glyph = ::GetPixel(reference, x, y) != RGB(0, 0, 0);
-            glyphPixels += glyph ? 1 : 0;
-            if (glyph != (::PtInRegion(region, x, y) != FALSE)) ++mismatches;
-        }
-    }
-    EXPECT_GT(glyphPixels, 100);
-    EXPECT_EQ(mismatches, 0);
-    ::SelectObject(reference, oldFont);
-    ::SelectObject(reference, oldBitmap);
-    ::DeleteObject(font);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(reference);
+    const auto shaped = testsupport::CompareWindowRegion(surface.hWnd(), 140, 50, [](HDC dc, RECT all) {
+        const int dpi = ::GetDeviceCaps(dc, LOGPIXELSY);
+        testsupport::DrawReferenceText(dc, all, L"W\u0416",
+                                       ::CreateFontW(-::MulDiv(24, dpi, 72), 0, 0, 0, 700, 0, 0, 0, DEFAULT_CHARSET,
+                                                     0, 0, NONANTIALIASED_QUALITY, 0, L"Arial"));
+    });
+    EXPECT_EQ(shaped.regionType, COMPLEXREGION);
+    EXPECT_GT(shaped.shapePixels, 100);
+    EXPECT_EQ(shaped.mismatches, 0);
 
     label.BackStyle(UniLabel_BS_Opaque);
     PumpMessages();
-    EXPECT_EQ(::GetWindowRgn(surface.hWnd(), region), ERROR);
-    ::DeleteObject(region);
+    EXPECT_EQ(testsupport::WindowRegionType(surface.hWnd()), ERROR);
 }
 
 }  // namespace

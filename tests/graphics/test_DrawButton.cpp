@@ -84,33 +84,26 @@ struct Ref {
         };
         return make(one(0), one(8), one(16));
     }
-    // Rows y1..y2-1, columns x1..x2-1 (x1 == x2: the one column x1).
-    void fadeY(int32_t x1, int32_t y1, int32_t x2, int32_t y2, int32_t s, int32_t e) {
+    // Steps along y (vertical) or x: rows y1..y2-1 over columns x1..x2-1 (x1 == x2: the one column
+    // x1), or the same with the axes swapped.
+    void fade(bool vertical, int32_t x1, int32_t y1, int32_t x2, int32_t y2, int32_t s, int32_t e) {
         s = sysTranslate(s);
         e = sysTranslate(e);
-        const int32_t n = y2 - y1;
+        const int32_t from = vertical ? x1 : y1, to = vertical ? x2 : y2, start = vertical ? y1 : x1;
+        const int32_t n = vertical ? y2 - y1 : x2 - x1;
         if (n < 1) return;
         const float step = 1.0f / static_cast<float>(n);
         float t = 1.0f;
         for (int32_t i = 0; i < n; ++i) {
             const int32_t c = fadeColour(s, e, t);
-            for (int32_t x = x1; x < (x2 == x1 ? x1 + 1 : x2); ++x) set(x, y1 + i, c);
+            for (int32_t across = from; across < (to == from ? from + 1 : to); ++across) {
+                vertical ? set(across, start + i, c) : set(start + i, across, c);
+            }
             t = std::max(0.0f, t - step);
         }
     }
-    void fadeX(int32_t x1, int32_t y1, int32_t x2, int32_t y2, int32_t s, int32_t e) {
-        s = sysTranslate(s);
-        e = sysTranslate(e);
-        const int32_t n = x2 - x1;
-        if (n < 1) return;
-        const float step = 1.0f / static_cast<float>(n);
-        float t = 1.0f;
-        for (int32_t i = 0; i < n; ++i) {
-            const int32_t c = fadeColour(s, e, t);
-            for (int32_t y = y1; y < (y2 == y1 ? y1 + 1 : y2); ++y) set(x1 + i, y, c);
-            t = std::max(0.0f, t - step);
-        }
-    }
+    void fadeY(int32_t x1, int32_t y1, int32_t x2, int32_t y2, int32_t s, int32_t e) { fade(true, x1, y1, x2, y2, s, e); }
+    void fadeX(int32_t x1, int32_t y1, int32_t x2, int32_t y2, int32_t s, int32_t e) { fade(false, x1, y1, x2, y2, s, e); }
 };
 
 struct Args {
@@ -348,26 +341,19 @@ TEST(DrawButton, EveryStyleMatchesItsRecipe) {
                         }
 }
 
-TEST(DrawButton, ExplicitBorderAndOuterColours) {
+// Explicit border and outer colours; and without the light adaptation, where the Flat, Vista4, Xp2
+// and Glass ends no longer depend on luminance.
+TEST(DrawButton, ExplicitColoursAndNoLightAdaptation) {
     for (int32_t style = 0; style <= 8; ++style) {
         for (const bool rounded : {false, true}) {
             expectMatchesReference(Args{style, 0x00D08040, false, rounded, true, 0x000000FF, 0x0000FF00},
                                    CTL_RECT{3, 4, 25, 30});
         }
     }
-}
-
-// Without the light adaptation: the Flat, Vista4, Xp2 and Glass ends no longer depend on luminance.
-TEST(DrawButton, WithoutLightAdaptation) {
-    for (const int32_t style : {0, 4, 7, 8}) {
-        for (const int32_t back : {0x00F8F8F8, 0x00202020, 0x00D08040}) {
-            for (const bool pressed : {false, true}) {
-                Args args{style, back, pressed, true, true};
-                args.adapt = false;
-                expectMatchesReference(args, CTL_RECT{3, 4, 25, 30});
-            }
-        }
-    }
+    for (const int32_t style : {0, 4, 7, 8})
+        for (const int32_t back : {0x00F8F8F8, 0x00202020, 0x00D08040})
+            for (const bool pressed : {false, true})
+                expectMatchesReference(Args{style, back, pressed, true, true, -1, -1, false}, CTL_RECT{3, 4, 25, 30});
 }
 
 // A few values worked out on paper, so the reference itself is checked.
