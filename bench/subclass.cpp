@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "frame/MSubclass.h"
+#include "frame/PlumbingTestSupport.h"
 #include "frame/cUniSubclass.h"
 
 namespace {
@@ -20,16 +21,7 @@ LRESULT CALLBACK plainProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
-HWND makeWindow() {
-    WNDCLASSEXW wc{};
-    wc.cbSize = sizeof wc;
-    wc.lpfnWndProc = &plainProc;
-    wc.hInstance = ::GetModuleHandleW(nullptr);
-    wc.lpszClassName = L"SubclassBenchWindow";
-    ::RegisterClassExW(&wc);
-    return ::CreateWindowExW(0, wc.lpszClassName, L"", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, wc.hInstance,
-                             nullptr);
-}
+HWND makeWindow() { return plumbing_test::CreateClassWindow(L"SubclassBenchWindow", &plainProc); }
 
 class CountingClient final : public ISubclass {
 public:
@@ -37,20 +29,8 @@ public:
     long long calls = 0;
 };
 
-class CountingOwner final : public ISubclassOwner {
+class CountingOwner final : public plumbing_test::DispatchStub<ISubclassOwner, IID_ISubclassOwner> {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
-        *object = this;
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
-    }
     HRESULT STDMETHODCALLTYPE WindowProc(VARIANT_BOOL, VARIANT_BOOL*, LRESULT*, HWND*, UINT*, WPARAM*, LPARAM*) override {
         ++calls;
         return S_OK;

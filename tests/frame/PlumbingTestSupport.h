@@ -1,7 +1,10 @@
-// Test helpers of the window plumbing: a call log, a recording window class and message pumping.
+// Test helpers of the window plumbing: a call log, recording windows, owner stubs and message pumping.
 #pragma once
 
+#include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/win32/WinApi.h"
@@ -23,7 +26,6 @@ public:
         for (const std::string& entry : m_entries) out += (out.empty() ? "" : " ") + entry;
         return out;
     }
-    size_t Size() const { return m_entries.size(); }
 
 private:
     std::vector<std::string> m_entries;
@@ -32,28 +34,32 @@ private:
 inline std::string messageName(UINT message) {
     switch (message) {
         case WM_DESTROY: return "destroy";
-        case WM_NCDESTROY: return "ncdestroy";
-        case WM_PAINT: return "paint";
         case WM_KEYDOWN: return "keydown";
-        case WM_KEYUP: return "keyup";
-        case WM_SETFOCUS: return "setfocus";
-        case WM_TIMER: return "timer";
         case kProbe: return "probe";
         default: return std::to_string(message);
     }
 }
 
-// A top-level window whose own procedure writes "prev:<message>" to the log named at creation
-// for the probe, WM_DESTROY and WM_KEYDOWN, and answers the probe with 42.
+// A window of a class registered on first use (a second registration fails harmlessly).
+inline HWND CreateClassWindow(const wchar_t* className, WNDPROC proc, HWND parent = nullptr, void* param = nullptr) {
+    WNDCLASSEXW wc{};
+    wc.cbSize = sizeof wc;
+    wc.lpfnWndProc = proc;
+    wc.hInstance = ::GetModuleHandleW(nullptr);
+    wc.lpszClassName = className;
+    ::RegisterClassExW(&wc);
+    return ::CreateWindowExW(0, className, L"", parent ? WS_CHILD : WS_OVERLAPPED, 0, 0, 100, 100, parent, nullptr,
+                             wc.hInstance, param);
+}
+
+// A window whose own procedure writes "prev:<message>" to its log for the probe, WM_DESTROY and
+// WM_KEYDOWN, and answers the probe with 42.
 class RecordingWindow {
 public:
-    explicit RecordingWindow(CallLog* log, HWND parent = nullptr) : m_log(log) {
-        registerClass();
-        m_window = ::CreateWindowExW(0, kClassName, L"", parent ? WS_CHILD : WS_OVERLAPPEDWINDOW, 0, 0, 100, 100,
-                                     parent, nullptr, ::GetModuleHandleW(nullptr), this);
-    }
+    explicit RecordingWindow(CallLog* log, HWND parent = nullptr)
+        : m_log(log), m_window(CreateClassWindow(L"PlumbingRecordingWindow", &recordingProc, parent, this)) {}
     ~RecordingWindow() {
-        if (m_window && ::IsWindow(m_window)) ::DestroyWindow(m_window);
+        if (::IsWindow(m_window)) ::DestroyWindow(m_window);
     }
     // The window procedure holds this object's address.
     RecordingWindow(const RecordingWindow&) = delete;
@@ -65,17 +71,6 @@ public:
     LONG_PTR procAtDestroy = 0;
 
 private:
-    static constexpr const wchar_t* kClassName = L"PlumbingRecordingWindow";
-
-    static void registerClass() {
-        WNDCLASSEXW wc{};
-        wc.cbSize = sizeof wc;
-        wc.lpfnWndProc = &recordingProc;
-        wc.hInstance = ::GetModuleHandleW(nullptr);
-        wc.lpszClassName = kClassName;
-        ::RegisterClassExW(&wc);  // a second registration fails harmlessly
-    }
-
     static LRESULT CALLBACK recordingProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         if (message == WM_NCCREATE) {
             const auto* create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
@@ -91,11 +86,11 @@ private:
     }
 
     CallLog* m_log;
-    HWND m_window = nullptr;
+    HWND m_window;
 };
 
 // The IDispatch half of an owner interface, answered trivially: the hooks call only the owner's
-// own entry behind it. Reference counts are not counted; owners live on the test's stack.
+// own entry behind it. Reference counts are not counted; owners live on the caller's stack.
 template <class Interface, const GUID& kInterfaceId>
 class DispatchStub : public Interface {
 public:
@@ -128,6 +123,21 @@ bool PumpUntil(Condition&& done, DWORD timeoutMs = 3000) {
         }
     }
     return true;
+}
+
+// Offsets of a thunk's bytes that differ from the reference text (two hex digits a byte), skipping
+// the four-byte slots that are patched per instance.
+inline std::vector<size_t> ThunkMismatches(std::span<const uint8_t> bytes, std::string_view reference,
+                                           std::initializer_list<size_t> slots) {
+    std::vector<size_t> mismatches;
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        bool inSlot = false;
+        for (const size_t slot : slots) inSlot = inSlot || (i >= slot && i < slot + 4);
+        if (!inSlot && bytes[i] != std::stoul(std::string(reference.substr(i * 2, 2)), nullptr, 16)) {
+            mismatches.push_back(i);
+        }
+    }
+    return mismatches;
 }
 
 }  // namespace plumbing_test

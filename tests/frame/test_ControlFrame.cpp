@@ -22,7 +22,6 @@ public:
     bool drawsThroughAutoRedraw = false;
     std::vector<bool> guardSeenWhileDrawing;
 
-    using ControlFrame::ApplyColours;
     using ControlFrame::ExternalInitControl;
     using ControlFrame::FinishLoading;
     using ControlFrame::ForceLostFocus;
@@ -92,17 +91,14 @@ TEST(ControlFrame, RepaintRequestsDependOnModeAndAutoRedraw) {
     testsupport::FakeSurface surface;
     ProbeControl control(surface, nullptr);
 
-    // Design mode: at once, through the surface's Refresh and its Paint.
-    surface.userMode = false;
-    control.RequestDrawControl();
-    EXPECT_EQ(surface.refreshCount, 1);
-    EXPECT_EQ(control.draws, 1);
-
-    // Run mode without AutoRedraw: only an invalidation (no window here, so nothing at all).
-    surface.userMode = true;
-    control.RequestDrawControl();
-    EXPECT_EQ(surface.refreshCount, 1);
-    EXPECT_EQ(control.draws, 1);
+    // Design mode: at once, through the surface's Refresh and its Paint; run mode without
+    // AutoRedraw only invalidates (no window here, so nothing at all).
+    for (const bool userMode : {false, true}) {
+        surface.userMode = userMode;
+        control.RequestDrawControl();
+        EXPECT_EQ(surface.refreshCount, 1);
+        EXPECT_EQ(control.draws, 1);
+    }
 
     // AutoRedraw control: drawn directly, then shown with Refresh.
     surface.autoRedraw = true;
@@ -122,26 +118,6 @@ TEST(ControlFrame, RepaintRequestsDependOnModeAndAutoRedraw) {
     control.Enabled(false);
     EXPECT_EQ(control.draws, 4);
     EXPECT_FALSE(surface.Enabled());
-}
-
-TEST(ControlFrame, ColoursStepKeepsTheStoredColourApart) {
-    testsupport::FakeSurface surface;
-    ProbeControl control(surface, nullptr);
-    const int32_t red = 0x000000FF;
-    const struct {
-        bool enabled;
-        int32_t stored;
-        int32_t onSurface;
-    } cases[] = {
-        {true, red, red},
-        {false, red, ControlFrame::kDisabledTextColor},
-        {true, ControlFrame::kDefaultForeColor, ControlFrame::kDefaultForeColor},
-    };
-    for (const auto& c : cases) {
-        surface.Enabled(c.enabled);
-        control.ApplyColours(c.stored);
-        EXPECT_EQ(surface.ForeColor(), c.onSurface);
-    }
 }
 
 TEST(ControlFrame, TipsReachALiveManagerOnlyAtRunTime) {
@@ -177,14 +153,18 @@ TEST(ControlFrame, TipsReachALiveManagerOnlyAtRunTime) {
 TEST(ControlFrame, EventsAreReRaisedWithTheirArgumentsByReference) {
     testsupport::FakeSurface surface;
     RecordingEvents events;
-    ProbeControl control(surface, &events);
-    int32_t effect = 1;
-    bool defaultCursors = true;
-    surface.client->OLEGiveFeedback(effect, defaultCursors);
-    EXPECT_EQ(effect, 2);
-    EXPECT_FALSE(defaultCursors);
-    surface.client->Click();
-    EXPECT_EQ(events.trace, "Click ");
+    {
+        ProbeControl control(surface, &events);
+        ASSERT_EQ(surface.client, &control);
+        int32_t effect = 1;
+        bool defaultCursors = true;
+        surface.client->OLEGiveFeedback(effect, defaultCursors);
+        EXPECT_EQ(effect, 2);
+        EXPECT_FALSE(defaultCursors);
+        surface.client->Click();
+        EXPECT_EQ(events.trace, "Click ");
+    }
+    EXPECT_EQ(surface.client, nullptr);  // detached from its surface
 }
 
 TEST(ControlFrame, FocusAndManualStart) {
@@ -211,15 +191,6 @@ TEST(ControlFrame, FocusAndManualStart) {
     ProbeControl designed(designSurface, nullptr);
     designed.FinishLoading(false);  // design mode: no start step
     EXPECT_FALSE(designed.IsStarted());
-}
-
-TEST(ControlFrame, DetachesFromItsSurface) {
-    testsupport::FakeSurface surface;
-    {
-        ProbeControl control(surface, nullptr);
-        EXPECT_EQ(surface.client, &control);
-    }
-    EXPECT_EQ(surface.client, nullptr);
 }
 
 }  // namespace

@@ -27,26 +27,17 @@ LRESULT CALLBACK valueProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
+// Owns a window of the value-logging class.
 class ValueWindow {
 public:
-    ValueWindow() {
-        WNDCLASSEXW wc{};
-        wc.cbSize = sizeof wc;
-        wc.lpfnWndProc = &valueProc;
-        wc.hInstance = ::GetModuleHandleW(nullptr);
-        wc.lpszClassName = L"PlumbingValueWindow";
-        ::RegisterClassExW(&wc);
-        m_window = ::CreateWindowExW(0, wc.lpszClassName, L"", WS_OVERLAPPED, 0, 0, 50, 50, nullptr, nullptr,
-                                     wc.hInstance, nullptr);
-    }
+    ValueWindow() : m_window(CreateClassWindow(L"PlumbingValueWindow", &valueProc)) {}
     ~ValueWindow() { ::DestroyWindow(m_window); }
-    // Owns a window.
     ValueWindow(const ValueWindow&) = delete;
     ValueWindow& operator=(const ValueWindow&) = delete;
     HWND Handle() const { return m_window; }
 
 private:
-    HWND m_window = nullptr;
+    HWND m_window;
 };
 
 // Records each pass as "B" (before) or "A" (after) with the message and wParam it saw.
@@ -120,57 +111,47 @@ TEST_F(CUniSubclassTest, HooksOneWindowOnceAndRestoresIt) {
     EXPECT_EQ(log.Text(), "prev:17,1,1");
 }
 
-TEST_F(CUniSubclassTest, TablesFreePlacesAndAllMessages) {
-    cUniSubclass hook;
-    hook.AddMsg(kProbe, 2);
-    hook.AddMsg(kOther, 2);
-    hook.AddMsg(kThird, 2);
-    hook.AddMsg(kOther, 2);  // already there
-    EXPECT_EQ(entries(hook, true), (std::vector<int32_t>{kProbe, kOther, kThird}));
-    hook.DelMsg(kOther, 2);
-    hook.DelMsg(kFourth, 2);  // not there: ignored
-    EXPECT_EQ(entries(hook, true), (std::vector<int32_t>{kProbe, -1, kThird}));
-    hook.AddMsg(kFourth, 2);
-    EXPECT_EQ(entries(hook, true), (std::vector<int32_t>{kProbe, kFourth, kThird}));
-    EXPECT_EQ(hook.TableCount(false), 0);
-
-    // All messages, then one message: the walk sees no entries, so the message lands in entry 1
-    // and from then on only it passes.
-    hook.AddMsg(-1, 1);
-    EXPECT_EQ(hook.TableCount(false), -1);
-    hook.AddMsg(kOther, 1);
-    EXPECT_EQ(hook.TableCount(false), 1);
-    EXPECT_EQ(hook.TableEntries(false)[0], static_cast<int32_t>(kOther));
-    hook.DelMsg(-1, 3);
-    EXPECT_EQ(hook.TableCount(true), 0);
-    EXPECT_EQ(hook.TableCount(false), 0);
-}
-
 TEST_F(CUniSubclassTest, OwnerSeesWhatTheTablesSay) {
     ValueWindow window;
     RecordingOwner owner(log);
     cUniSubclass hook;
     ASSERT_TRUE(hook.Subclass(window.Handle(), &owner));
+    using Entries = std::vector<int32_t>;
     struct Step {
         const char* what;
         void (*change)(cUniSubclass&);
+        Entries before;  // the before-table's entries after the change
         const char* expected;
     };
     const Step steps[] = {
-        {"no messages", [](cUniSubclass&) {}, "prev:17,1,0 prev:18,1,0"},
-        {"all before", [](cUniSubclass& h) { h.AddMsg(-1, 2); }, "B17,1 prev:17,1,0 B18,1 prev:18,1,0"},
-        {"then one before", [](cUniSubclass& h) { h.AddMsg(kOther, 2); }, "prev:17,1,0 B18,1 prev:18,1,0"},
-        {"deleted", [](cUniSubclass& h) { h.DelMsg(kOther, 2); }, "prev:17,1,0 prev:18,1,0"},
-        {"place reused, after too", [](cUniSubclass& h) { h.AddMsg(kProbe, 3); },
-         "B17,1 prev:17,1,0 A17,1,r42 prev:18,1,0"},
+        {"no messages", [](cUniSubclass&) {}, {}, "prev:17,1,0 prev:18,1,0"},
+        {"all before", [](cUniSubclass& h) { h.AddMsg(-1, 2); }, {}, "B17,1 prev:17,1,0 B18,1 prev:18,1,0"},
+        // The walk for a free place sees no entries under "all", so the message lands in entry 1.
+        {"then one before", [](cUniSubclass& h) { h.AddMsg(kOther, 2); }, {kOther}, "prev:17,1,0 B18,1 prev:18,1,0"},
+        {"two more, one twice", [](cUniSubclass& h) {
+             h.AddMsg(kProbe, 2);
+             h.AddMsg(kThird, 2);
+             h.AddMsg(kOther, 2);
+         },
+         {kOther, kProbe, kThird}, "B17,1 prev:17,1,0 B18,1 prev:18,1,0"},
+        {"deleted, and one not there", [](cUniSubclass& h) {
+             h.DelMsg(kProbe, 2);
+             h.DelMsg(kFourth, 2);
+         },
+         {kOther, -1, kThird}, "prev:17,1,0 B18,1 prev:18,1,0"},
+        {"free place reused, after too", [](cUniSubclass& h) { h.AddMsg(kProbe, 3); }, {kOther, kProbe, kThird},
+         "B17,1 prev:17,1,0 A17,1,r42 B18,1 prev:18,1,0"},
+        {"all deleted from both", [](cUniSubclass& h) { h.DelMsg(-1, 3); }, {}, "prev:17,1,0 prev:18,1,0"},
     };
     for (const Step& step : steps) {
         step.change(hook);
+        EXPECT_EQ(entries(hook, true), step.before) << step.what;
         log.Clear();
         ::SendMessageW(window.Handle(), kProbe, 1, 0);
         ::SendMessageW(window.Handle(), kOther, 1, 0);
         EXPECT_EQ(log.Text(), step.expected) << step.what;
     }
+    EXPECT_EQ(hook.TableCount(false), 0);
 }
 
 TEST_F(CUniSubclassTest, ArgumentsByReferenceAndStop) {
@@ -215,14 +196,7 @@ TEST_F(CUniSubclassTest, ThunkBytesAndSlots) {
     hook.AddMsg(-1, 1);
     const auto bytes = hook.ThunkBytes();
     ASSERT_EQ(bytes.size(), 197u);
-    const size_t slots[] = {18, 68, 78, 88, 93, 116, 121, 132, 137, 186};
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        bool inSlot = false;
-        for (const size_t slot : slots) inSlot = inSlot || (i >= slot && i < slot + 4);
-        if (inSlot) continue;
-        const unsigned expected = std::stoul(std::string(reference.substr(i * 2, 2)), nullptr, 16);
-        EXPECT_EQ(bytes[i], expected) << "offset " << i;
-    }
+    EXPECT_EQ(ThunkMismatches(bytes, reference, {18, 68, 78, 88, 93, 116, 121, 132, 137, 186}), std::vector<size_t>{});
     const uint8_t* block = bytes.data();
     auto relativeTarget = [&](size_t offset) {
         return reinterpret_cast<uintptr_t>(block) + offset + 4 + ThunkMemory::ReadSlot(block, offset);

@@ -15,24 +15,12 @@ std::u16string classNameOf(HWND window) {
     return FromWide(name);
 }
 
-struct ClassSearch {
-    const wchar_t* name;
-    int count;
-};
-
-// A named callback: a lambda does not convert to the 32-bit stdcall procedure type.
-BOOL CALLBACK countIfClass(HWND window, LPARAM data) {
-    auto* search = reinterpret_cast<ClassSearch*>(data);
-    wchar_t found[64] = {};
-    ::GetClassNameW(window, found, 64);
-    if (::lstrcmpiW(found, search->name) == 0) ++search->count;
-    return TRUE;
-}
-
-int countThreadWindowsOfClass(const wchar_t* name) {
-    ClassSearch search{name, 0};
-    ::EnumThreadWindows(::GetCurrentThreadId(), &countIfClass, reinterpret_cast<LPARAM>(&search));
-    return search.count;
+int countTopLevelWindowsOfClass(const wchar_t* name) {
+    int count = 0;
+    for (HWND w = ::FindWindowExW(nullptr, nullptr, name, nullptr); w; w = ::FindWindowExW(nullptr, w, name, nullptr)) {
+        ++count;
+    }
+    return count;
 }
 
 // What the window received as its creation parameter, read by a hook during creation.
@@ -115,13 +103,13 @@ TEST(cUniWindow, CreationTwiceLeavesOneWindowAndPassesTheAddressOfLParam) {
     ASSERT_NE(second, nullptr);
     EXPECT_FALSE(::IsWindow(first));
     EXPECT_EQ(window.hWnd(), second);
-    EXPECT_EQ(countThreadWindowsOfClass(L"PlumbingSingleWindow"), 1);
+    EXPECT_EQ(countTopLevelWindowsOfClass(L"PlumbingSingleWindow"), 1);
     {
         cUniWindow scoped;
         scoped.WindowClassRegister(u"PlumbingSingleWindow");
         scoped.WindowCreate(0, WS_OVERLAPPED, 0, 0, 0, 50, 50);
-        EXPECT_EQ(countThreadWindowsOfClass(L"PlumbingSingleWindow"), 2);
+        EXPECT_EQ(countTopLevelWindowsOfClass(L"PlumbingSingleWindow"), 2);
     }
     // The destructor destroyed its window.
-    EXPECT_EQ(countThreadWindowsOfClass(L"PlumbingSingleWindow"), 1);
+    EXPECT_EQ(countTopLevelWindowsOfClass(L"PlumbingSingleWindow"), 1);
 }

@@ -42,13 +42,3 @@ TEST(SubclassTable, ZeroMeansAbsent) {
     table.RemoveWindow(6);
     EXPECT_EQ(table.WindowCount(), 0u);
 }
-
-TEST(SubclassTable, InjectedFailureHitsOnlyTheNamedWrite) {
-    SubclassTable table;
-    table.FailWriteNumber(2);
-    EXPECT_TRUE(table.SetWindowClientCount(1, 1));
-    EXPECT_FALSE(table.SetWindowClientCount(1, 2));
-    EXPECT_EQ(table.WindowClientCount(1), 1);
-    EXPECT_TRUE(table.SetWindowClientCount(1, 3));
-    EXPECT_EQ(table.WindowClientCount(1), 3);
-}
