@@ -50,30 +50,33 @@ void clsMEMDC::CreateDC(int32_t Width, int32_t Height, int32_t iBkMode) {
     if (failure) throw *failure;
 }
 
-void clsMEMDC::ResizeCutDC(int32_t NewWidth, int32_t NewHeight, int32_t iNewBkMode) {
+bool clsMEMDC::beginResize(int32_t NewWidth, int32_t NewHeight, int32_t iNewBkMode, clsMEMDC& copy, int32_t& width,
+                           int32_t& height) {
     if (m_hDC == nullptr) {
         CreateDC(NewWidth, NewHeight, iNewBkMode);
-        return;
+        return false;
     }
-    const int32_t width = NewWidth < 1 ? m_lWidth : NewWidth;
-    const int32_t height = NewHeight < 1 ? m_lHeight : NewHeight;
-    clsMEMDC copy;
+    width = NewWidth < 1 ? m_lWidth : NewWidth;
+    height = NewHeight < 1 ? m_lHeight : NewHeight;
     copy.CloneFromHdc(m_hDC, 0, 0, -1, -1, SRCCOPY);
+    return true;
+}
+
+void clsMEMDC::ResizeCutDC(int32_t NewWidth, int32_t NewHeight, int32_t iNewBkMode) {
+    clsMEMDC copy;
+    int32_t width = 0;
+    int32_t height = 0;
+    if (!beginResize(NewWidth, NewHeight, iNewBkMode, copy, width, height)) return;
     // The mode comes from the copy through CloneFromHdc; iNewBkMode only serves an empty object.
     CloneFromHdc(copy.hDC(), 0, 0, width, height, SRCCOPY);
 }
 
 void clsMEMDC::ResizeAdaptDC(int32_t NewWidth, int32_t NewHeight, int32_t iNewBkMode) {
-    if (m_hDC == nullptr) {
-        CreateDC(NewWidth, NewHeight, iNewBkMode);
-        return;
-    }
-    const int32_t width = NewWidth < 1 ? m_lWidth : NewWidth;
-    const int32_t height = NewHeight < 1 ? m_lHeight : NewHeight;
-    const int32_t mode = BkMode();
     clsMEMDC copy;
-    copy.CloneFromHdc(m_hDC, 0, 0, -1, -1, SRCCOPY);
-    CreateDC(width, height, mode);
+    int32_t width = 0;
+    int32_t height = 0;
+    if (!beginResize(NewWidth, NewHeight, iNewBkMode, copy, width, height)) return;
+    CreateDC(width, height, BkMode());
     copy.PaintPicture(m_hDC, 0, 0, width, height, 0, 0, -1, -1, SRCCOPY);
 }
 

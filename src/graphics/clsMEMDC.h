@@ -64,6 +64,11 @@ public:
     void DrawBackColor(int32_t lColor) const noexcept;
 
 private:
+    // The common start of both resizes: false when the object was empty and is simply created;
+    // otherwise the new size (a dimension below 1 keeps the old one) and a copy of the content.
+    bool beginResize(int32_t NewWidth, int32_t NewHeight, int32_t iNewBkMode, clsMEMDC& copy, int32_t& width,
+                     int32_t& height);
+
     HDC m_hDC = nullptr;
     HBITMAP m_hBmp = nullptr;
     HGDIOBJ m_hOldBmp = nullptr;

@@ -183,14 +183,24 @@ int32_t pvDisabledTextColor(int32_t lFore, int32_t lBack) {
 
 // ---- gradients --------------------------------------------------------------------------------
 
-void FadeToYCoords(HDC hdc, int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t cStart, int32_t cStop) {
+namespace {
+
+// One fade for both directions: by rows (each row spans X1..X2) or by columns (each spans Y1..Y2).
+void fadeAlong(HDC hdc, bool byRows, int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t cStart, int32_t cStop) {
     if (hdc == nullptr) return;
     int32_t from = 0;
     int32_t to = 0;
-    lineSpan(X1, X2, from, to);
+    byRows ? lineSpan(X1, X2, from, to) : lineSpan(Y1, Y2, from, to);
     const ScopedBkColor keepBk(hdc);
-    fade(Y2 - Y1, cStart, cStop,
-         [&](int32_t i, COLORREF color) { fillSpan(hdc, from, Y1 + i, to, Y1 + i + 1, color); });
+    fade(byRows ? Y2 - Y1 : X2 - X1, cStart, cStop, [&](int32_t i, COLORREF color) {
+        byRows ? fillSpan(hdc, from, Y1 + i, to, Y1 + i + 1, color) : fillSpan(hdc, X1 + i, from, X1 + i + 1, to, color);
+    });
+}
+
+}  // namespace
+
+void FadeToYCoords(HDC hdc, int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t cStart, int32_t cStop) {
+    fadeAlong(hdc, true, X1, Y1, X2, Y2, cStart, cStop);
 }
 
 void FadeToY(HDC hdc, const CTL_RECT& r, int32_t cStart, int32_t cStop) {
@@ -198,13 +208,7 @@ void FadeToY(HDC hdc, const CTL_RECT& r, int32_t cStart, int32_t cStop) {
 }
 
 void FadeToXCoords(HDC hdc, int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t cStart, int32_t cStop) {
-    if (hdc == nullptr) return;
-    int32_t from = 0;
-    int32_t to = 0;
-    lineSpan(Y1, Y2, from, to);
-    const ScopedBkColor keepBk(hdc);
-    fade(X2 - X1, cStart, cStop,
-         [&](int32_t i, COLORREF color) { fillSpan(hdc, X1 + i, from, X1 + i + 1, to, color); });
+    fadeAlong(hdc, false, X1, Y1, X2, Y2, cStart, cStop);
 }
 
 void FadeToX(HDC hdc, const CTL_RECT& r, int32_t cStart, int32_t cStop) {
