@@ -8,26 +8,17 @@
 #include <vector>
 
 #include "graphics/modCommonDraw.h"
+#include "support/StackComObject.h"
 
 namespace {
 
 // A data object that offers one CF_HDROP block, as built by the test.
-class FakeDrop : public IDataObject {
+class FakeDrop : public testsupport::StackComObject<IDataObject, IID_IDataObject> {
 public:
     std::vector<unsigned char> block;
     bool offerDrop = true;
     bool failGet = false;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-        if (iid == IID_IUnknown || iid == IID_IDataObject) {
-            *out = static_cast<IDataObject*>(this);
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
         if (failGet || !offerDrop || format->cfFormat != CF_HDROP) return DV_E_FORMATETC;
         const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, block.size());

@@ -20,6 +20,16 @@ HBITMAP makeBitmap(int32_t width, int32_t height, const std::vector<int32_t>& ol
     return ::CreateBitmap(width, height, 1, 32, words.data());
 }
 
+// An icon from a colour bitmap and a one-bit mask (rows padded to 16 bits, leftmost pixel high).
+HICON makeIcon(HBITMAP colour, int32_t width, int32_t height, const uint8_t* maskRows) {
+    const HBITMAP mask = ::CreateBitmap(width, height, 1, 1, maskRows);
+    ICONINFO info{TRUE, 0, 0, mask, colour};
+    const HICON icon = ::CreateIconIndirect(&info);
+    ::DeleteObject(colour);
+    ::DeleteObject(mask);
+    return icon;
+}
+
 constexpr int32_t R = 0x000000FF, G = 0x0000FF00, B = 0x00FF0000, W = 0x00FFFFFF, K = 0x00000000;
 
 TEST(OverlapImage, CentredCopyTransparencyAndGray) {
@@ -86,14 +96,9 @@ TEST(OverlapImage, CentredCopyTransparencyAndGray) {
 TEST(OverlapImage, IconsByMaskAndByAlpha) {
     // Mask icon, 2 x 2: the mask's white pixels are not shown.
     {
-        const HBITMAP colour = makeBitmap(2, 2, {R, G, B, W});
-        // Rows are padded to 16 bits, leftmost pixel in the high bit: row 0 masks x=1, row 1 masks x=0.
+        // Row 0 masks x=1, row 1 masks x=0.
         const uint8_t maskRows[4] = {0x40, 0x00, 0x80, 0x00};
-        const HBITMAP mask = ::CreateBitmap(2, 2, 1, 1, maskRows);
-        ICONINFO info{TRUE, 0, 0, mask, colour};
-        const HICON icon = ::CreateIconIndirect(&info);
-        ::DeleteObject(colour);
-        ::DeleteObject(mask);
+        const HICON icon = makeIcon(makeBitmap(2, 2, {R, G, B, W}), 2, 2, maskRows);
         ASSERT_NE(icon, nullptr);
         DibCanvas canvas(4, 4, kDest);
         OverlapImageCoords(canvas.dc(), 1, 1, 3, 3, false, CtlPictureRef{icon, kPicTypeIcon});
@@ -107,13 +112,8 @@ TEST(OverlapImage, IconsByMaskAndByAlpha) {
     // 32-bit icon: alpha 255 shown, 0 not, 128 blended source-over.
     {
         const uint32_t words[3] = {0xFFFF0000u, 0x00FF0000u, 0x80FF0000u};  // red with three alphas
-        const HBITMAP colour = ::CreateBitmap(3, 1, 1, 32, words);
         const uint8_t maskRow[2] = {0, 0};
-        const HBITMAP mask = ::CreateBitmap(3, 1, 1, 1, maskRow);
-        ICONINFO info{TRUE, 0, 0, mask, colour};
-        const HICON icon = ::CreateIconIndirect(&info);
-        ::DeleteObject(colour);
-        ::DeleteObject(mask);
+        const HICON icon = makeIcon(::CreateBitmap(3, 1, 1, 32, words), 3, 1, maskRow);
         ASSERT_NE(icon, nullptr);
         DibCanvas canvas(3, 1, B);
         OverlapImageCoords(canvas.dc(), 0, 0, 3, 1, false, CtlPictureRef{icon, kPicTypeIcon});

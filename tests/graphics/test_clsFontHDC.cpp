@@ -3,9 +3,11 @@
 
 #include <olectl.h>
 
+#include "DibCanvas.h"
 #include "common/CtlError.h"
 #include "graphics/clsFontHDC.h"
 #include "graphics/clsGdiHandle.h"
+#include "support/StackComObject.h"
 
 namespace {
 
@@ -14,19 +16,6 @@ LOGFONTW fontOf(HGDIOBJ font) {
     ::GetObjectW(font, sizeof(description), &description);
     return description;
 }
-
-class ScreenCompatibleDC {
-public:
-    ScreenCompatibleDC() : m_dc(::CreateCompatibleDC(nullptr)) {}
-    ~ScreenCompatibleDC() { ::DeleteDC(m_dc); }
-    // Owns the DC.
-    ScreenCompatibleDC(const ScreenCompatibleDC&) = delete;
-    ScreenCompatibleDC& operator=(const ScreenCompatibleDC&) = delete;
-    HDC get() const { return m_dc; }
-
-private:
-    HDC m_dc;
-};
 
 TEST(clsFontHDC, RefusesNoDc) {
     clsFontHDC font;
@@ -42,8 +31,8 @@ TEST(clsFontHDC, RefusesNoDc) {
 }
 
 TEST(clsFontHDC, SelectsDescribedFontAndRestores) {
-    const ScreenCompatibleDC dc;
-    const int ppi = ::GetDeviceCaps(dc.get(), LOGPIXELSY);
+    const DibCanvas dc(1, 1);
+    const int ppi = ::GetDeviceCaps(dc.dc(), LOGPIXELSY);
     struct Case {
         int16_t size;
         bool bold, italic, underline, strike, force96;
@@ -56,13 +45,13 @@ TEST(clsFontHDC, SelectsDescribedFontAndRestores) {
         {20, false, false, true, true, false, efhat_nonantialiased, -::MulDiv(20, ppi, 72)},
         {20, true, false, false, false, true, efhat_default, -27},   // 26.67 rounds to 27
     };
-    const HGDIOBJ before = ::GetCurrentObject(dc.get(), OBJ_FONT);
+    const HGDIOBJ before = ::GetCurrentObject(dc.dc(), OBJ_FONT);
     for (const Case& c : cases) {
         clsFontHDC font;
-        font.SetFontToDC(dc.get(), u"Tahoma", c.size, -1, c.bold, c.italic, c.underline, c.strike, c.quality, 0,
+        font.SetFontToDC(dc.dc(), u"Tahoma", c.size, -1, c.bold, c.italic, c.underline, c.strike, c.quality, 0,
                          c.force96);
         ASSERT_NE(font.hFont(), nullptr);
-        EXPECT_EQ(::GetCurrentObject(dc.get(), OBJ_FONT), font.hFont());
+        EXPECT_EQ(::GetCurrentObject(dc.dc(), OBJ_FONT), font.hFont());
         const LOGFONTW made = fontOf(font.hFont());
         EXPECT_EQ(made.lfHeight, c.expectedHeight) << c.size;
         EXPECT_EQ(made.lfWidth, 0);
@@ -75,7 +64,7 @@ TEST(clsFontHDC, SelectsDescribedFontAndRestores) {
         EXPECT_EQ(FromWide(made.lfFaceName), u"Tahoma");
         const HFONT owned = font.hFont();
         font.Destroy();
-        EXPECT_EQ(::GetCurrentObject(dc.get(), OBJ_FONT), before);
+        EXPECT_EQ(::GetCurrentObject(dc.dc(), OBJ_FONT), before);
         EXPECT_EQ(font.hFont(), nullptr);
         EXPECT_EQ(::GetObjectType(owned), 0u);
         font.Destroy();
@@ -83,35 +72,35 @@ TEST(clsFontHDC, SelectsDescribedFontAndRestores) {
     // Setting again on a live object replaces the font and still restores the original.
     {
         clsFontHDC font;
-        font.SetFontToDC(dc.get(), u"Tahoma", 10);
+        font.SetFontToDC(dc.dc(), u"Tahoma", 10);
         const HFONT first = font.hFont();
-        font.SetFontToDC(dc.get(), u"Tahoma", 14);
+        font.SetFontToDC(dc.dc(), u"Tahoma", 14);
         EXPECT_EQ(::GetObjectType(first), 0u);
-        EXPECT_EQ(::GetCurrentObject(dc.get(), OBJ_FONT), font.hFont());
+        EXPECT_EQ(::GetCurrentObject(dc.dc(), OBJ_FONT), font.hFont());
     }
-    EXPECT_EQ(::GetCurrentObject(dc.get(), OBJ_FONT), before) << "end of life restores";
+    EXPECT_EQ(::GetCurrentObject(dc.dc(), OBJ_FONT), before) << "end of life restores";
 }
 
 TEST(clsFontHDC, ForeColourOnlyWhenGiven) {
-    const ScreenCompatibleDC dc;
-    ::SetTextColor(dc.get(), 0x00010203);
+    const DibCanvas dc(1, 1);
+    ::SetTextColor(dc.dc(), 0x00010203);
     clsFontHDC font;
-    font.SetFontToDC(dc.get(), u"Tahoma", 10, -1);
-    EXPECT_EQ(::GetTextColor(dc.get()), 0x00010203u);
-    font.SetFontToDC(dc.get(), u"Tahoma", 10, 0x00A0B0C0);
-    EXPECT_EQ(::GetTextColor(dc.get()), 0x00A0B0C0u);
-    font.SetFontToDC(dc.get(), u"Tahoma", 10, static_cast<int32_t>(0x80000012u));
-    EXPECT_EQ(::GetTextColor(dc.get()), ::GetSysColor(COLOR_BTNTEXT));
+    font.SetFontToDC(dc.dc(), u"Tahoma", 10, -1);
+    EXPECT_EQ(::GetTextColor(dc.dc()), 0x00010203u);
+    font.SetFontToDC(dc.dc(), u"Tahoma", 10, 0x00A0B0C0);
+    EXPECT_EQ(::GetTextColor(dc.dc()), 0x00A0B0C0u);
+    font.SetFontToDC(dc.dc(), u"Tahoma", 10, static_cast<int32_t>(0x80000012u));
+    EXPECT_EQ(::GetTextColor(dc.dc()), ::GetSysColor(COLOR_BTNTEXT));
 }
 
 TEST(clsFontHDC, WeightIncrementWidensTheFont) {
-    const ScreenCompatibleDC dc;
+    const DibCanvas dc(1, 1);
     // The weight the system reports for the plain font, measured apart.
     const HFONT probe = ::CreateFontW(-13, 0, 0, 0, 400, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");
-    const HGDIOBJ previous = ::SelectObject(dc.get(), probe);
+    const HGDIOBJ previous = ::SelectObject(dc.dc(), probe);
     TEXTMETRICW metrics{};
-    ::GetTextMetricsW(dc.get(), &metrics);
-    ::SelectObject(dc.get(), previous);
+    ::GetTextMetricsW(dc.dc(), &metrics);
+    ::SelectObject(dc.dc(), previous);
     ::DeleteObject(probe);
     struct Case {
         int16_t increment;
@@ -120,32 +109,22 @@ TEST(clsFontHDC, WeightIncrementWidensTheFont) {
     const Case cases[] = {{100, metrics.tmWeight + 100}, {-5000, 1}};
     for (const Case& c : cases) {
         clsFontHDC font;
-        font.SetFontToDC(dc.get(), u"Tahoma", 10, -1, false, false, false, false, efhat_default, c.increment, true);
+        font.SetFontToDC(dc.dc(), u"Tahoma", 10, -1, false, false, false, false, efhat_default, c.increment, true);
         const LOGFONTW made = fontOf(font.hFont());
         EXPECT_EQ(made.lfWidth, c.width) << c.increment;
         EXPECT_EQ(made.lfWeight, 400);
         EXPECT_EQ(made.lfHeight, -13);
-        EXPECT_EQ(::GetCurrentObject(dc.get(), OBJ_FONT), font.hFont());
+        EXPECT_EQ(::GetCurrentObject(dc.dc(), OBJ_FONT), font.hFont());
     }
 }
 
 // A font object as the host passes it: properties reached by name through IDispatch.
-class FakeFontObject : public IDispatch {
+class FakeFontObject : public testsupport::StackComObject<IDispatch, IID_IDispatch> {
 public:
     CtlString name = u"Tahoma";
     double size = 10.6;
     bool bold = true, italic = true, underline = false, strikethrough = true;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-        if (iid == IID_IUnknown || iid == IID_IDispatch) {
-            *out = static_cast<IDispatch*>(this);
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         *count = 0;
         return S_OK;
@@ -190,7 +169,7 @@ public:
 };
 
 TEST(clsFontHDC, ReadsAFontObjectByItsMembers) {
-    const ScreenCompatibleDC dc;
+    const DibCanvas dc(1, 1);
     struct Case {
         double size;
         LONG height;  // -MulDiv(whole points, 96, 72)
@@ -201,7 +180,7 @@ TEST(clsFontHDC, ReadsAFontObjectByItsMembers) {
         FakeFontObject object;
         object.size = c.size;
         clsFontHDC font;
-        font.SetFontToDCStdFont(dc.get(), &object, -1, efhat_default, 0, true);
+        font.SetFontToDCStdFont(dc.dc(), &object, -1, efhat_default, 0, true);
         const LOGFONTW made = fontOf(font.hFont());
         EXPECT_EQ(FromWide(made.lfFaceName), u"Tahoma");
         EXPECT_EQ(made.lfHeight, c.height) << c.size;
@@ -228,7 +207,7 @@ TEST(clsFontHDC, ReadsAFontObjectByItsMembers) {
         IDispatch* asDispatch = nullptr;
         ASSERT_TRUE(SUCCEEDED(raw->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&asDispatch))));
         clsFontHDC font;
-        font.SetFontToDCStdFont(dc.get(), asDispatch, -1, efhat_default, 0, true);
+        font.SetFontToDCStdFont(dc.dc(), asDispatch, -1, efhat_default, 0, true);
         asDispatch->Release();
         raw->Release();
         const LOGFONTW made = fontOf(font.hFont());

@@ -67,39 +67,17 @@ TC_REAL(ReleaseDC)
 TC_REAL(GetIconInfo)
 #undef TC_REAL
 
-HBRUSH WINAPI hookCreateSolidBrush(COLORREF c) { return track(real_CreateSolidBrush(c)); }
-HBRUSH WINAPI hookCreateBrushIndirect(const LOGBRUSH* b) { return track(real_CreateBrushIndirect(b)); }
-HBRUSH WINAPI hookCreateHatchBrush(int h, COLORREF c) { return track(real_CreateHatchBrush(h, c)); }
-HBRUSH WINAPI hookCreatePatternBrush(HBITMAP b) { return track(real_CreatePatternBrush(b)); }
-HPEN WINAPI hookCreatePen(int s, int w, COLORREF c) { return track(real_CreatePen(s, w, c)); }
-HPEN WINAPI hookCreatePenIndirect(const LOGPEN* p) { return track(real_CreatePenIndirect(p)); }
-HPEN WINAPI hookExtCreatePen(DWORD s, DWORD w, const LOGBRUSH* b, DWORD n, const DWORD* st) {
-    return track(real_ExtCreatePen(s, w, b, n, st));
-}
-HFONT WINAPI hookCreateFontW(int h, int w, int e, int o, int wt, DWORD i, DWORD u, DWORD s, DWORD cs, DWORD op,
-                             DWORD cp, DWORD q, DWORD pf, LPCWSTR f) {
-    return track(real_CreateFontW(h, w, e, o, wt, i, u, s, cs, op, cp, q, pf, f));
-}
-HFONT WINAPI hookCreateFontIndirectW(const LOGFONTW* f) { return track(real_CreateFontIndirectW(f)); }
-HDC WINAPI hookCreateCompatibleDC(HDC d) { return track(real_CreateCompatibleDC(d)); }
-HDC WINAPI hookCreateDCW(LPCWSTR a, LPCWSTR b, LPCWSTR c, const DEVMODEW* m) { return track(real_CreateDCW(a, b, c, m)); }
-HBITMAP WINAPI hookCreateCompatibleBitmap(HDC d, int w, int h) { return track(real_CreateCompatibleBitmap(d, w, h)); }
-HBITMAP WINAPI hookCreateBitmap(int w, int h, UINT p, UINT b, const void* bits) {
-    return track(real_CreateBitmap(w, h, p, b, bits));
-}
-HBITMAP WINAPI hookCreateBitmapIndirect(const BITMAP* b) { return track(real_CreateBitmapIndirect(b)); }
-HBITMAP WINAPI hookCreateDIBSection(HDC d, const BITMAPINFO* i, UINT u, void** bits, HANDLE s, DWORD o) {
-    return track(real_CreateDIBSection(d, i, u, bits, s, o));
-}
-HBITMAP WINAPI hookCreateDIBitmap(HDC d, const BITMAPINFOHEADER* h, DWORD f, const void* b, const BITMAPINFO* i, UINT u) {
-    return track(real_CreateDIBitmap(d, h, f, b, i, u));
-}
-HRGN WINAPI hookCreateRectRgn(int a, int b, int c, int d) { return track(real_CreateRectRgn(a, b, c, d)); }
-HRGN WINAPI hookCreateRectRgnIndirect(const RECT* r) { return track(real_CreateRectRgnIndirect(r)); }
-HRGN WINAPI hookCreateRoundRectRgn(int a, int b, int c, int d, int e, int f) {
-    return track(real_CreateRoundRectRgn(a, b, c, d, e, f));
-}
-HRGN WINAPI hookCreateEllipticRgn(int a, int b, int c, int d) { return track(real_CreateEllipticRgn(a, b, c, d)); }
+// A creating call that passes its result through track(); one instance per real entry point.
+template <class Fn>
+struct Tracked;
+template <class R, class... A>
+struct Tracked<R(WINAPI*)(A...)> {
+    template <R(WINAPI** Real)(A...)>
+    static R WINAPI call(A... args) {
+        return track((*Real)(args...));
+    }
+};
+
 BOOL WINAPI hookDeleteObject(HGDIOBJ h) {
     forget(h);
     return real_DeleteObject(h);
@@ -143,17 +121,21 @@ struct Hook {
 };
 
 #define TC_HOOK(name) Hook{#name, reinterpret_cast<void*>(&hook##name), reinterpret_cast<void**>(&real_##name)}
+#define TC_TRACK(name)                                                                                    \
+    Hook{#name, reinterpret_cast<void*>(&Tracked<decltype(real_##name)>::call<&real_##name>), \
+         reinterpret_cast<void**>(&real_##name)}
 const Hook kHooks[] = {
-    TC_HOOK(CreateSolidBrush),    TC_HOOK(CreateBrushIndirect),  TC_HOOK(CreateHatchBrush),
-    TC_HOOK(CreatePatternBrush),  TC_HOOK(CreatePen),            TC_HOOK(CreatePenIndirect),
-    TC_HOOK(ExtCreatePen),        TC_HOOK(CreateFontW),          TC_HOOK(CreateFontIndirectW),
-    TC_HOOK(CreateCompatibleDC),  TC_HOOK(CreateDCW),            TC_HOOK(CreateCompatibleBitmap),
-    TC_HOOK(CreateBitmap),        TC_HOOK(CreateBitmapIndirect), TC_HOOK(CreateDIBSection),
-    TC_HOOK(CreateDIBitmap),      TC_HOOK(CreateRectRgn),        TC_HOOK(CreateRectRgnIndirect),
-    TC_HOOK(CreateRoundRectRgn),  TC_HOOK(CreateEllipticRgn),    TC_HOOK(DeleteObject),
-    TC_HOOK(DeleteDC),            TC_HOOK(GetDC),                TC_HOOK(GetWindowDC),
-    TC_HOOK(GetDCEx),             TC_HOOK(ReleaseDC),            TC_HOOK(GetIconInfo),
+    TC_TRACK(CreateSolidBrush),   TC_TRACK(CreateBrushIndirect),  TC_TRACK(CreateHatchBrush),
+    TC_TRACK(CreatePatternBrush), TC_TRACK(CreatePen),            TC_TRACK(CreatePenIndirect),
+    TC_TRACK(ExtCreatePen),       TC_TRACK(CreateFontW),          TC_TRACK(CreateFontIndirectW),
+    TC_TRACK(CreateCompatibleDC), TC_TRACK(CreateDCW),            TC_TRACK(CreateCompatibleBitmap),
+    TC_TRACK(CreateBitmap),       TC_TRACK(CreateBitmapIndirect), TC_TRACK(CreateDIBSection),
+    TC_TRACK(CreateDIBitmap),     TC_TRACK(CreateRectRgn),        TC_TRACK(CreateRectRgnIndirect),
+    TC_TRACK(CreateRoundRectRgn), TC_TRACK(CreateEllipticRgn),    TC_HOOK(DeleteObject),
+    TC_HOOK(DeleteDC),            TC_HOOK(GetDC),                 TC_HOOK(GetWindowDC),
+    TC_HOOK(GetDCEx),             TC_HOOK(ReleaseDC),             TC_HOOK(GetIconInfo),
 };
+#undef TC_TRACK
 #undef TC_HOOK
 
 void patchEntry(void** slot, void* replacement) {
