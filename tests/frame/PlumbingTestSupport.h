@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/win32/WinApi.h"
+#include "support/WindowMessageCounter.h"
 
 #include <ole2.h>
 
@@ -116,11 +117,7 @@ bool PumpUntil(Condition&& done, DWORD timeoutMs = 3000) {
     while (!done()) {
         if (::GetTickCount64() - start > timeoutMs) return false;
         ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-        MSG msg{};
-        while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            ::TranslateMessage(&msg);
-            ::DispatchMessageW(&msg);
-        }
+        testsupport::PumpMessages();
     }
     return true;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/Win32Surface.h"
+#include "support/OleSession.h"
 #include "support/TestHostWindow.h"
 
 namespace {
@@ -31,48 +32,45 @@ public:
 };
 
 TEST(OleDragDrop, DropsOnASurfaceBecomeItsEventsWithClientCoordinates) {
-    ASSERT_TRUE(SUCCEEDED(::OleInitialize(nullptr)));
-    {
-        testsupport::TestHostWindow host;
-        Win32Surface surface(host.get(), 30, 40, 100, 50);
-        DropClient client;
-        surface.SetClient(&client);
-        EXPECT_EQ(surface.DropTarget(), nullptr);
-        surface.OLEDropMode(1);
-        IDropTarget* target = surface.DropTarget();
-        ASSERT_NE(target, nullptr);
+    const testsupport::OleSession ole;
+    testsupport::TestHostWindow host;
+    Win32Surface surface(host.get(), 30, 40, 100, 50);
+    DropClient client;
+    surface.SetClient(&client);
+    EXPECT_EQ(surface.DropTarget(), nullptr);
+    surface.OLEDropMode(1);
+    IDropTarget* target = surface.DropTarget();
+    ASSERT_NE(target, nullptr);
 
-        OleTextDataObject* data = new OleTextDataObject(nullptr);
-        data->SetText(u"\u0416\u05D0 \U0001F600");
-        POINT origin{0, 0};
-        ::ClientToScreen(surface.hWnd(), &origin);
-        const POINTL at{origin.x + 5, origin.y + 6};
-        DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-        EXPECT_EQ(target->DragEnter(data, MK_LBUTTON | MK_SHIFT, at, &effect), S_OK);
-        EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
-        effect = DROPEFFECT_MOVE;
-        target->DragOver(MK_RBUTTON | MK_CONTROL, POINTL{at.x + 1, at.y}, &effect);
-        target->DragLeave();
-        effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-        target->DragEnter(data, MK_LBUTTON, at, &effect);
-        effect = DROPEFFECT_COPY;
-        target->Drop(data, 0, at, &effect);
-        EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_MOVE));
-        data->Release();
+    OleTextDataObject* data = new OleTextDataObject(nullptr);
+    data->SetText(u"\u0416\u05D0 \U0001F600");
+    POINT origin{0, 0};
+    ::ClientToScreen(surface.hWnd(), &origin);
+    const POINTL at{origin.x + 5, origin.y + 6};
+    DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+    EXPECT_EQ(target->DragEnter(data, MK_LBUTTON | MK_SHIFT, at, &effect), S_OK);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
+    effect = DROPEFFECT_MOVE;
+    target->DragOver(MK_RBUTTON | MK_CONTROL, POINTL{at.x + 1, at.y}, &effect);
+    target->DragLeave();
+    effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+    target->DragEnter(data, MK_LBUTTON, at, &effect);
+    effect = DROPEFFECT_COPY;
+    target->Drop(data, 0, at, &effect);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_MOVE));
+    data->Release();
 
-        const std::vector<std::string> expected = {
-            "Over state 0 effect 3 button 1 shift 1 at 5,6 text",
-            "Over state 2 effect 2 button 2 shift 2 at 6,6 text",
-            "Over state 1 effect 0 button 2 shift 2 at 6,6 text",  // a leave reports the last place
-            "Over state 0 effect 3 button 1 shift 0 at 5,6 text",
-            "Drop effect 1",
-        };
-        EXPECT_EQ(client.events, expected);
-        EXPECT_EQ(client.dropped, u"\u0416\u05D0 \U0001F600");
-        surface.OLEDropMode(0);
-        surface.SetClient(nullptr);
-    }
-    ::OleUninitialize();
+    const std::vector<std::string> expected = {
+        "Over state 0 effect 3 button 1 shift 1 at 5,6 text",
+        "Over state 2 effect 2 button 2 shift 2 at 6,6 text",
+        "Over state 1 effect 0 button 2 shift 2 at 6,6 text",  // a leave reports the last place
+        "Over state 0 effect 3 button 1 shift 0 at 5,6 text",
+        "Drop effect 1",
+    };
+    EXPECT_EQ(client.events, expected);
+    EXPECT_EQ(client.dropped, u"\u0416\u05D0 \U0001F600");
+    surface.OLEDropMode(0);
+    surface.SetClient(nullptr);
 }
 
 class RecordingReceiver final : public OleDragReceiver {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "support/LeakCounters.h"
+#include "support/OleSession.h"
 #include "support/TestHostWindow.h"
 #include "support/WindowMessageCounter.h"
 
@@ -154,42 +155,39 @@ TEST(Win32Surface, AutoRedrawKeepsWhatWasDrawn) {
 }
 
 TEST(Win32Surface, AccessKeysDropModeAndPropertyChanges) {
-    ASSERT_TRUE(SUCCEEDED(::OleInitialize(nullptr)));
-    {
-        testsupport::TestHostWindow host;
-        Win32Surface surface(host.get(), 0, 0, 20, 20);
-        RecordingClient client;
-        surface.SetClient(&client);
+    const testsupport::OleSession ole;
+    testsupport::TestHostWindow host;
+    Win32Surface surface(host.get(), 0, 0, 20, 20);
+    RecordingClient client;
+    surface.SetClient(&client);
 
-        surface.AccessKeys(u"o");
-        MSG other{host.get(), WM_SYSCHAR, 'X', 0, 0, {}};
-        EXPECT_FALSE(Win32Surface::TranslateAccessKey(other));
-        MSG key{host.get(), WM_SYSCHAR, 'O', 0, 0, {}};
-        EXPECT_TRUE(Win32Surface::TranslateAccessKey(key));
-        EXPECT_EQ(client.trace, "Access79 ");
+    surface.AccessKeys(u"o");
+    MSG other{host.get(), WM_SYSCHAR, 'X', 0, 0, {}};
+    EXPECT_FALSE(Win32Surface::TranslateAccessKey(other));
+    MSG key{host.get(), WM_SYSCHAR, 'O', 0, 0, {}};
+    EXPECT_TRUE(Win32Surface::TranslateAccessKey(key));
+    EXPECT_EQ(client.trace, "Access79 ");
 
-        std::vector<CtlString> changed;
-        surface.OnPropertyChanged([&](const CtlString& name) { changed.push_back(name); });
-        surface.PropertyChanged(u"Caption");
-        EXPECT_EQ(changed, (std::vector<CtlString>{u"Caption"}));
+    std::vector<CtlString> changed;
+    surface.OnPropertyChanged([&](const CtlString& name) { changed.push_back(name); });
+    surface.PropertyChanged(u"Caption");
+    EXPECT_EQ(changed, (std::vector<CtlString>{u"Caption"}));
 
-        // Registered as a drop target exactly while the mode is manual.
-        surface.OLEDropMode(1);
-        EXPECT_EQ(surface.OLEDropMode(), 1);
-        EXPECT_EQ(::RevokeDragDrop(surface.hWnd()), S_OK);
-        surface.OLEDropMode(0);  // revoking again is harmless
-        surface.OLEDropMode(1);
-        surface.OLEDropMode(0);
-        EXPECT_EQ(::RevokeDragDrop(surface.hWnd()), DRAGDROP_E_NOTREGISTERED);
+    // Registered as a drop target exactly while the mode is manual.
+    surface.OLEDropMode(1);
+    EXPECT_EQ(surface.OLEDropMode(), 1);
+    EXPECT_EQ(::RevokeDragDrop(surface.hWnd()), S_OK);
+    surface.OLEDropMode(0);  // revoking again is harmless
+    surface.OLEDropMode(1);
+    surface.OLEDropMode(0);
+    EXPECT_EQ(::RevokeDragDrop(surface.hWnd()), DRAGDROP_E_NOTREGISTERED);
 
-        // A drag whose start handler allows nothing ends at once with no effect.
-        client.trace.clear();
-        client.allowedEffects = 0;
-        surface.OLEDrag();
-        EXPECT_EQ(client.trace, "StartDrag(text) CompleteDrag0 ");
-        surface.SetClient(nullptr);
-    }
-    ::OleUninitialize();
+    // A drag whose start handler allows nothing ends at once with no effect.
+    client.trace.clear();
+    client.allowedEffects = 0;
+    surface.OLEDrag();
+    EXPECT_EQ(client.trace, "StartDrag(text) CompleteDrag0 ");
+    surface.SetClient(nullptr);
 }
 
 TEST(Win32Surface, LeavesNoObjectsOrWindowsBehind) {

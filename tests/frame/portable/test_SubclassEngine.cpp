@@ -75,69 +75,66 @@ std::string joined(const std::vector<std::string>& items) {
     return out;
 }
 
+// One engine over a fake window system holding window 1, and three clients.
+class SubclassEngineTest : public ::testing::Test {
+protected:
+    FakeWindows system;
+    SubclassEngine engine{system};
+    const WindowKey window = system.Create(1);
+    FakeClient a{"A"}, b{"B"}, c{"C"};
+    const SubclassTable& table = engine.Table();
+};
+
 }  // namespace
 
 // Clients are listed in attachment order; "+" is bBefore true, "-" false; the walk runs from the
 // last attached down to the first, and the first alone decides when the previous procedure runs.
+// The two-client cases run on real windows too; these are the rest.
 TEST(SubclassEngine, DispatchOrderFollowsTheFirstClient) {
     struct Attach {
-        const char* name;
         int32_t response;
         bool stop;
         intptr_t setReturn;
     };
     struct Case {
         const char* what;
-        std::vector<Attach> clients;
+        std::vector<Attach> clients;  // named A, B, C in order
         const char* expected;
         intptr_t result;
     };
     const std::vector<Case> cases = {
-        // The two-client cases run on real windows too; these are the rest.
-        {"stop does not end the walk", {{"A", 9, false, 0}, {"B", 9, true, 0}, {"C", 9, false, 0}}, "C+ B+ A-", 0},
-        {"instead-of client sets the result", {{"A", 11, false, 5}}, "A+", 5},
-        {"two after-clients", {{"A", 10, false, 0}, {"B", 10, false, 0}}, "B+ prev:256 A-", kPreviousResult},
-        {"after-client overrides result", {{"A", 10, false, 9}}, "prev:256 A-", 9},
-        {"stop before an after-client", {{"A", 10, false, 0}, {"B", 9, true, 0}}, "B+ A-", 0},
+        {"stop does not end the walk", {{9, false, 0}, {9, true, 0}, {9, false, 0}}, "C+ B+ A-", 0},
+        {"instead-of client sets the result", {{11, false, 5}}, "A+", 5},
+        {"two after-clients", {{10, false, 0}, {10, false, 0}}, "B+ prev:256 A-", kPreviousResult},
+        {"after-client overrides result", {{10, false, 9}}, "prev:256 A-", 9},
+        {"stop before an after-client", {{10, false, 0}, {9, true, 0}}, "B+ A-", 0},
     };
     for (const Case& c : cases) {
         FakeWindows system;
         SubclassEngine engine(system);
         const WindowKey window = system.Create(1);
         std::vector<FakeClient> clients;
-        clients.reserve(c.clients.size());
-        for (const Attach& a : c.clients) clients.push_back({a.name, a.stop, a.setReturn});
+        for (const Attach& a : c.clients) clients.push_back({std::string(1, static_cast<char>('A' + clients.size())), a.stop, a.setReturn});
         for (size_t i = 0; i < clients.size(); ++i) engine.AttachClient(&clients[i], window, kKeyDown, c.clients[i].response);
 
-        const intptr_t result = engine.Dispatch(window, kKeyDown, 0, 0);
+        EXPECT_EQ(engine.Dispatch(window, kKeyDown, 0, 0), c.result) << c.what;
         EXPECT_EQ(joined(system.log), c.expected) << c.what;
-        EXPECT_EQ(result, c.result) << c.what;
     }
 }
 
-TEST(SubclassEngine, MessagesWithoutClientsGoStraightToThePreviousProc) {
-    FakeWindows system;
-    SubclassEngine engine(system);
-    const WindowKey window = system.Create(1);
-    FakeClient a{"A"};
+TEST_F(SubclassEngineTest, MessagesWithoutClientsGoStraightToThePreviousProc) {
     engine.AttachClient(&a, window, kPaint, kResponseBefore);
     EXPECT_EQ(system.Proc(window), kEngineProc);
-
     EXPECT_EQ(engine.Dispatch(window, kKeyDown, 0, 0), kPreviousResult);
     EXPECT_EQ(joined(system.log), "prev:256");
     // A window the engine does not hold answers 0 and calls nobody.
-    system.log.clear();
     EXPECT_EQ(engine.Dispatch(99, kPaint, 0, 0), 0);
-    EXPECT_TRUE(system.log.empty());
     EXPECT_EQ(engine.CallPreviousWindowProc(99, kPaint, 0, 0), 0);
+    EXPECT_EQ(joined(system.log), "prev:256");
     EXPECT_EQ(engine.CallPreviousWindowProc(window, kPaint, 0, 0), kPreviousResult);
 }
 
-TEST(SubclassEngine, DetachingLeavesExactlyTheRestAndTheLastRestoresTheProcedure) {
-    FakeWindows system;
-    SubclassEngine engine(system);
-    const WindowKey window = system.Create(1);
-    FakeClient a{"A"}, b{"B"}, c{"C"};
+TEST_F(SubclassEngineTest, DetachingLeavesExactlyTheRestAndTheLastRestoresTheProcedure) {
     engine.AttachClient(&a, window, kKeyDown, kResponseAfter);
     engine.AttachClient(&b, window, kKeyDown, kResponseBefore);
     engine.AttachClient(&c, window, kKeyDown, kResponseInsteadOf);
@@ -145,7 +142,6 @@ TEST(SubclassEngine, DetachingLeavesExactlyTheRestAndTheLastRestoresTheProcedure
     // Detaching a client that is not there, or from a message it never had, changes nothing.
     engine.DetachClient(&b, window, kKeyDown);
     engine.DetachClient(&a, window, kPaint);
-    const SubclassTable& table = engine.Table();
     EXPECT_EQ(table.MessageClient(window, kKeyDown, 2), &c);
     EXPECT_EQ(table.MessageClientResponse(window, kKeyDown, 2), kResponseInsteadOf);
     EXPECT_EQ(table.MessageClient(window, kKeyDown, 3), nullptr);
@@ -158,17 +154,13 @@ TEST(SubclassEngine, DetachingLeavesExactlyTheRestAndTheLastRestoresTheProcedure
     EXPECT_EQ(table.WindowCount(), 0u);
 }
 
-TEST(SubclassEngine, AttachRefusalsRaiseTheirNumbersAndChangeNothing) {
-    FakeWindows system;
-    SubclassEngine engine(system);
-    const WindowKey window = system.Create(1);
+TEST_F(SubclassEngineTest, AttachRefusalsRaiseTheirNumbersAndChangeNothing) {
     const WindowKey external = system.Create(2);
     system.foreign.insert(external);
-    FakeClient a{"A"}, b{"B"};
     engine.AttachClient(&a, window, kKeyDown, kResponseBefore);
     engine.AttachClient(&a, window, kPaint, kResponseBefore);  // another message is fine
-    EXPECT_EQ(engine.Table().WindowClientCount(window), 2);
-    const size_t items = engine.Table().ItemCount(window);
+    EXPECT_EQ(table.WindowClientCount(window), 2);
+    const size_t items = table.ItemCount(window);
 
     struct Case {
         const char* what;
@@ -187,9 +179,8 @@ TEST(SubclassEngine, AttachRefusalsRaiseTheirNumbersAndChangeNothing) {
     for (const Case& c : cases) {
         EXPECT_EQ(ErrorNumberOf([&] { engine.AttachClient(c.client, c.window, kKeyDown, c.response); }), c.number)
             << c.what;
-        EXPECT_EQ(engine.Table().ItemCount(window), items) << c.what;
-        EXPECT_EQ(engine.Table().MessageClientCount(window, kKeyDown), 1) << c.what;
-        EXPECT_EQ(engine.Table().WindowCount(), 1u) << c.what;
+        EXPECT_EQ(table.ItemCount(window), items) << c.what;
+        EXPECT_EQ(table.WindowCount(), 1u) << c.what;
     }
     const auto error = plumbing_test::ErrorOf([&] { engine.AttachClient(&a, window, kKeyDown, kResponseBefore); });
     ASSERT_TRUE(error.has_value());
@@ -197,11 +188,10 @@ TEST(SubclassEngine, AttachRefusalsRaiseTheirNumbersAndChangeNothing) {
     EXPECT_EQ(error->Description(), u"Message already handled by another class");
 
     // A window whose procedure cannot be replaced: 13081, and no trace of the attempt.
-    const WindowKey stubborn = system.Create(3);
     system.refuseHook = true;
-    EXPECT_EQ(ErrorNumberOf([&] { engine.AttachClient(&b, stubborn, kPaint, kResponseBefore); }), PlumbingNumber(13081));
-    EXPECT_EQ(engine.Table().ItemCount(stubborn), 0u);
-    EXPECT_EQ(engine.Table().WindowCount(), 1u);
+    EXPECT_EQ(ErrorNumberOf([&] { engine.AttachClient(&b, system.Create(3), kPaint, kResponseBefore); }),
+              PlumbingNumber(13081));
+    EXPECT_EQ(table.WindowCount(), 1u);
 }
 
 // Fails each write of an attachment in turn: every failure raises 5 and leaves the table and the
@@ -220,68 +210,52 @@ TEST(SubclassEngine, EveryPartialAttachmentIsRolledBack) {
             engine.Table().FailWriteNumber(failing);
             const int32_t number = ErrorNumberOf([&] { engine.AttachClient(&b, window, kKeyDown, kResponseAfter); });
             engine.Table().FailWriteNumber(0);
+            const void* const attached = engine.Table().MessageClient(window, kKeyDown, firstOnWindow ? 1 : 2);
             if (number == 0) {
                 // Past the last write: the attachment went through.
                 EXPECT_GT(failing, 3) << "too few writes seen";
-                EXPECT_EQ(engine.Table().MessageClient(window, kKeyDown, firstOnWindow ? 1 : 2), &b);
+                EXPECT_EQ(attached, &b);
                 break;
             }
-            EXPECT_EQ(number, 5) << "write " << failing;
-            EXPECT_EQ(engine.Table().ItemCount(window), items) << "write " << failing << " first " << firstOnWindow;
-            EXPECT_EQ(system.Proc(window), proc) << "write " << failing << " first " << firstOnWindow;
-            EXPECT_EQ(engine.Table().MessageClient(window, kKeyDown, firstOnWindow ? 1 : 2), nullptr);
+            const std::string where = "write " + std::to_string(failing) + (firstOnWindow ? " first" : " second");
+            EXPECT_EQ(number, 5) << where;
+            EXPECT_EQ(engine.Table().ItemCount(window), items) << where;
+            EXPECT_EQ(system.Proc(window), proc) << where;
+            EXPECT_EQ(attached, nullptr) << where;
             ASSERT_LT(failing, 20);
         }
     }
 }
 
 // The release on WM_DESTROY runs on real windows; a client of WM_DESTROY is responsible for itself:
-// no release, it is called, and the window's last message still clears the dead handle.
-TEST(SubclassEngine, ADestroyClientKeepsTheHookUntilTheLastMessage) {
-    FakeWindows system;
-    SubclassEngine engine(system);
-    const WindowKey window = system.Create(1);
-    FakeClient a{"A"};
+// no release, it is called, and the window's last message still clears the dead handle. Detaching
+// from a window the system no longer has does nothing.
+TEST_F(SubclassEngineTest, ADestroyClientKeepsTheHookUntilTheLastMessage) {
     engine.AttachClient(&a, window, kMessageDestroy, kResponseBefore);
     engine.Dispatch(window, kMessageDestroy, 0, 0);
     EXPECT_EQ(joined(system.log), "A+ prev:2");
     EXPECT_EQ(system.Proc(window), kEngineProc);
-    EXPECT_EQ(engine.Table().WindowClientCount(window), 1);
 
-    system.log.clear();
-    engine.Dispatch(window, kMessageNcDestroy, 0, 0);
-    EXPECT_EQ(joined(system.log), "prev:130");
-    EXPECT_EQ(engine.Table().WindowCount(), 0u);
-}
-
-TEST(SubclassEngine, DetachOnADestroyedWindowDoesNothing) {
-    FakeWindows system;
-    SubclassEngine engine(system);
-    const WindowKey window = system.Create(1);
-    FakeClient a{"A"};
-    engine.AttachClient(&a, window, kMessageDestroy, kResponseBefore);
     system.windows.erase(window);
     engine.DetachClient(&a, window, kMessageDestroy);
-    EXPECT_EQ(engine.Table().MessageClient(window, kMessageDestroy, 1), &a);
-    EXPECT_EQ(engine.Table().WindowClientCount(window), 1);
+    EXPECT_EQ(table.MessageClient(window, kMessageDestroy, 1), &a);
+    EXPECT_EQ(table.WindowClientCount(window), 1);
+
+    engine.Dispatch(window, kMessageNcDestroy, 0, 0);
+    EXPECT_EQ(joined(system.log), "A+ prev:2 prev:130");
+    EXPECT_EQ(table.WindowCount(), 0u);
 }
 
-TEST(SubclassEngine, ClientsMayDetachWhileTheyRun) {
-    // A client that detaches itself and its neighbour mid-walk: the walk reads the table afresh,
-    // skips the emptied entries and still delivers the message to the previous procedure.
-    FakeWindows system;
-    SubclassEngine engine(system);
-    const WindowKey window = system.Create(1);
-    FakeClient a{"A"}, b{"B"}, c{"C"};
+// A client that detaches itself and its neighbour mid-walk: the walk reads the table afresh,
+// skips the emptied entries and still delivers the message to the previous procedure.
+TEST_F(SubclassEngineTest, ClientsMayDetachWhileTheyRun) {
     system.afterClient = [&](FakeClient* client) {
         if (client != &c) return;
         engine.DetachClient(&c, window, kKeyDown);
         engine.DetachClient(&b, window, kKeyDown);
     };
-    engine.AttachClient(&a, window, kKeyDown, kResponseBefore);
-    engine.AttachClient(&b, window, kKeyDown, kResponseBefore);
-    engine.AttachClient(&c, window, kKeyDown, kResponseBefore);
+    for (FakeClient* client : {&a, &b, &c}) engine.AttachClient(client, window, kKeyDown, kResponseBefore);
     engine.Dispatch(window, kKeyDown, 0, 0);
     EXPECT_EQ(joined(system.log), "C+ A+ prev:256");
-    EXPECT_EQ(engine.Table().MessageClientCount(window, kKeyDown), 1);
+    EXPECT_EQ(table.MessageClientCount(window, kKeyDown), 1);
 }
