@@ -88,6 +88,10 @@ TEST(MSubclass, AttachDetachKeepsTheTableExact) {
     EXPECT_EQ(MSubclass::Table().WindowClientCount(key), 3);
 
     MSubclass::DetachClient(&b, hwnd, kProbe);
+    // Detaching a client that is not there, or from a message it never had, changes nothing.
+    MSubclass::DetachClient(&b, hwnd, kProbe);
+    MSubclass::DetachClient(&a, hwnd, WM_PAINT);
+    EXPECT_EQ(MSubclass::Table().ItemCount(key), items - 2);  // one client and its response fewer
     EXPECT_EQ(::SendMessageW(hwnd, kProbe, 0, 0), 42);
     EXPECT_EQ(log.Text(), "C+ prev:probe A-");
     EXPECT_EQ(MSubclass::Table().MessageClientResponse(key, kProbe, 1), emr3AttachAfter);

@@ -134,26 +134,6 @@ TEST_F(SubclassEngineTest, MessagesWithoutClientsGoStraightToThePreviousProc) {
     EXPECT_EQ(engine.CallPreviousWindowProc(window, kPaint, 0, 0), kPreviousResult);
 }
 
-TEST_F(SubclassEngineTest, DetachingLeavesExactlyTheRestAndTheLastRestoresTheProcedure) {
-    engine.AttachClient(&a, window, kKeyDown, kResponseAfter);
-    engine.AttachClient(&b, window, kKeyDown, kResponseBefore);
-    engine.AttachClient(&c, window, kKeyDown, kResponseInsteadOf);
-    engine.DetachClient(&b, window, kKeyDown);
-    // Detaching a client that is not there, or from a message it never had, changes nothing.
-    engine.DetachClient(&b, window, kKeyDown);
-    engine.DetachClient(&a, window, kPaint);
-    EXPECT_EQ(table.MessageClient(window, kKeyDown, 2), &c);
-    EXPECT_EQ(table.MessageClientResponse(window, kKeyDown, 2), kResponseInsteadOf);
-    EXPECT_EQ(table.MessageClient(window, kKeyDown, 3), nullptr);
-    EXPECT_EQ(table.ItemCount(window), 7u);  // window count, previous, message count, 2 x (client, response)
-
-    engine.DetachClient(&a, window, kKeyDown);
-    EXPECT_EQ(system.Proc(window), kEngineProc);
-    engine.DetachClient(&c, window, kKeyDown);
-    EXPECT_EQ(system.Proc(window), kOriginalProc + window);
-    EXPECT_EQ(table.WindowCount(), 0u);
-}
-
 TEST_F(SubclassEngineTest, AttachRefusalsRaiseTheirNumbersAndChangeNothing) {
     const WindowKey external = system.Create(2);
     system.foreign.insert(external);
