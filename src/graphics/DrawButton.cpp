@@ -185,22 +185,15 @@ void paintStrips(HDC hdc, const CTL_RECT& in, int32_t style, bool pressed, const
         break;
     case iCtlBtnStyle_Vista:
     case iCtlBtnStyle_Vista2:
-        if (pressed) {
-            vistaPressed();
-        } else {
-            stripY(hdc, l, t, B, inc(b, 51), b);
-            stripY(hdc, r - 1, t, B, inc(b, 51), b);
-            ct = half(style == iCtlBtnStyle_Vista ? inc(b, 34) : inc(b, 51));
-            cb = half(b);
-        }
-        break;
     case iCtlBtnStyle_Vista3:
         if (pressed) {
             vistaPressed();
         } else {
-            stripY(hdc, l, t, B, inc(b, 128), b);
-            stripY(hdc, r - 1, t, B, inc(b, 128), b);
-            ct = half(inc(b, 128));
+            // Both side strips fade from the light top down to the back colour.
+            const int32_t light = inc(b, style == iCtlBtnStyle_Vista3 ? 128 : 51);
+            stripY(hdc, l, t, B, light, b);
+            stripY(hdc, r - 1, t, B, light, b);
+            ct = half(style == iCtlBtnStyle_Vista ? inc(b, 34) : light);
             cb = half(b);
         }
         break;

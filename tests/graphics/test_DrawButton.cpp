@@ -240,22 +240,14 @@ void referenceButton(Ref& ref, const CTL_RECT& rc, const Args& a) {
     case 2: ct = cb = p ? half(Inc(b, 51)) : half(Inc(b, -17)); break;
     case 3:
     case 5:
-        if (p) {
-            vistaPressed();
-        } else {
-            ref.fadeY(il, it, il, iB, Inc(b, 51), b);
-            ref.fadeY(ir - 1, it, ir - 1, iB, Inc(b, 51), b);
-            ct = half(a.style == 3 ? Inc(b, 34) : Inc(b, 51));
-            cb = half(b);
-        }
-        break;
     case 6:
         if (p) {
             vistaPressed();
         } else {
-            ref.fadeY(il, it, il, iB, Inc(b, 128), b);
-            ref.fadeY(ir - 1, it, ir - 1, iB, Inc(b, 128), b);
-            ct = half(Inc(b, 128));
+            const int32_t top = Inc(b, a.style == 6 ? 128 : 51);
+            ref.fadeY(il, it, il, iB, top, b);
+            ref.fadeY(ir - 1, it, ir - 1, iB, top, b);
+            ct = half(a.style == 3 ? Inc(b, 34) : top);
             cb = half(b);
         }
         break;
