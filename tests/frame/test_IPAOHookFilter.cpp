@@ -163,13 +163,6 @@ TEST(IPAOHookFilter, NavigationKeysReachTheNativeWindowOnce) {
     EXPECT_FALSE(form.Deliver(WM_KEYDOWN, 'X'));
     EXPECT_EQ(form.control->editKeys.Text(), "edit:88");
     EXPECT_EQ(form.control->events.Text(), "");
-
-    // The same rule through the record an OLE host holds.
-    IOleInPlaceActiveObject* const hook = IPAOHook::AsInterface(form.control->m_hook);
-    form.control->editKeys.Clear();
-    MSG msg{edit, WM_KEYDOWN, VK_LEFT, 1, 0, {}};
-    EXPECT_EQ(hook->TranslateAccelerator(&msg), S_OK);
-    EXPECT_EQ(form.control->editKeys.Text(), "edit:37");
 }
 
 TEST(IPAOHookFilter, TreeVariant) {
