@@ -2,8 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "frame/ControlSurface.h"
 #include "frame/ScaleUnits.h"
@@ -17,11 +15,7 @@ public:
     bool autoRedraw = false;
     float width = 100.0F;
     float height = 20.0F;
-    CtlString name = u"Label1";
-    float left = 0.0F;
-    std::vector<CtlString> propertyChanges;
     int refreshCount = 0;
-    std::vector<std::pair<float, float>> sizeCalls;  // twips
     SurfaceClient* client = nullptr;
 
     // ---- ControlSurface ----
@@ -37,7 +31,6 @@ public:
         return ConvertScaleUnits(value, fromMode, toMode, true, 96);
     }
     void Size(float w, float h) override {
-        sizeCalls.emplace_back(w, h);
         width = w / 15.0F;
         height = h / 15.0F;
     }
@@ -55,8 +48,8 @@ public:
     void Font(std::shared_ptr<StdFont> value) override { m_font = std::move(value); }
     int16_t BackStyle() const override { return m_iBackStyle; }
     void BackStyle(int16_t value) override { m_iBackStyle = value; }
-    void MaskColor(int32_t value) override { maskColor = value; }
-    void MaskPicture(std::shared_ptr<StdPicture> value) override { maskPicture = std::move(value); }
+    void MaskColor(int32_t) override {}
+    void MaskPicture(std::shared_ptr<StdPicture>) override {}
     CtlString AccessKeys() const override { return m_sAccessKeys; }
     void AccessKeys(const CtlString& value) override { m_sAccessKeys = value; }
     int16_t MousePointer() const override { return m_iMousePointer; }
@@ -65,17 +58,17 @@ public:
     void MouseIcon(std::shared_ptr<StdPicture> value) override { m_mouseIcon = std::move(value); }
     int16_t OLEDropMode() const override { return m_iOLEDropMode; }
     void OLEDropMode(int16_t value) override { m_iOLEDropMode = value; }
-    void OLEDrag() override { ++oleDragCount; }
+    void OLEDrag() override {}
     SurfaceExtender& Extender() override { return *this; }
     SurfaceAmbient& Ambient() override { return *this; }
-    void PropertyChanged(const CtlString& propertyName) override { propertyChanges.push_back(propertyName); }
+    void PropertyChanged(const CtlString&) override {}
 
     // ---- SurfaceExtender ----
-    CtlString Name() const override { return name; }
+    CtlString Name() const override { return u"Label1"; }
     SurfaceContainer* Container() const override { return nullptr; }
     SurfaceContainer* Parent() const override { return nullptr; }
-    float Left() const override { return left; }
-    void Left(float value) override { left = value; }
+    float Left() const override { return 0.0F; }
+    void Left(float) override {}
     float Top() const override { return 0.0F; }
     void Top(float) override {}
     bool Default() const override { return false; }
@@ -83,10 +76,6 @@ public:
 
     // ---- SurfaceAmbient ----
     bool UserMode() const override { return userMode; }
-
-    int32_t maskColor = -1;
-    std::shared_ptr<StdPicture> maskPicture;
-    int oleDragCount = 0;
 
 private:
     bool m_bEnabled = true;
