@@ -287,13 +287,6 @@ void referenceButton(Ref& ref, const CTL_RECT& rc, const Args& a) {
     }
 }
 
-std::string describe(const Args& a, const CTL_RECT& rc) {
-    char text[160];
-    std::snprintf(text, sizeof(text), "style %d back %08X pressed %d rounded %d border %d size %dx%d", a.style,
-                  static_cast<unsigned>(a.back), a.pressed, a.rounded, a.border, rc.right - rc.left, rc.bottom - rc.top);
-    return text;
-}
-
 void expectMatchesReference(const Args& a, const CTL_RECT& rc) {
     DibCanvas canvas(40, 44, kBack);
     CTL_RECT work = rc;
@@ -310,8 +303,10 @@ void expectMatchesReference(const Args& a, const CTL_RECT& rc) {
             const int32_t got = canvas.At(x, y);
             if (got != want) {
                 ++mismatches;
-                ADD_FAILURE() << describe(a, rc) << ": pixel " << x << "," << y << " is " << std::hex << got
-                              << ", expected " << want;
+                ADD_FAILURE() << "style " << a.style << " back " << std::hex << a.back << std::dec << " pressed "
+                              << a.pressed << " rounded " << a.rounded << " border " << a.border << " rect "
+                              << rc.left << "," << rc.top << "," << rc.right << "," << rc.bottom << ": pixel " << x
+                              << "," << y << " is " << std::hex << got << ", expected " << want;
             }
         }
     }
@@ -385,36 +380,36 @@ TEST(DrawButton, HandWorkedPixels) {
 }
 
 TEST(DrawButton, DefaultCancelAndFocusMarks) {
-    const CTL_RECT rc{2, 2, 22, 16};
+    const auto draw = [](bool isDefault, bool isCancel, bool focus) {
+        DibCanvas canvas(30, 20, kBack);
+        CTL_RECT rc{2, 2, 22, 16};
+        DrawButton(canvas.dc(), rc, 0x00D08040, true, -1, false, isDefault, isCancel, focus, false,
+                   iCtlBtnStyle_Vista, -1);
+        return canvas.Snapshot();
+    };
+    const std::vector<int32_t> plain = draw(false, false, false);
+    const auto at = [](const std::vector<int32_t>& pixels, int32_t x, int32_t y) { return pixels[y * 30 + x]; };
     struct Case {
         bool isDefault;
         bool isCancel;
-        int32_t frame;  // colour of the rectangle inset by 1, -1 for "as without marks"
+        int32_t frame;  // colour of the rectangle inset by 1
     };
-    const Case cases[] = {{true, false, 0x00ECBEA0}, {false, true, 0x00808080}, {true, true, 0x00ECBEA0}};
-    for (const Case& c : cases) {
-        DibCanvas plain(30, 20, kBack), marked(30, 20, kBack);
-        CTL_RECT a = rc, b = rc;
-        DrawButton(plain.dc(), a, 0x00D08040, true, -1, false, false, false, false, false, iCtlBtnStyle_Vista, -1);
-        DrawButton(marked.dc(), b, 0x00D08040, true, -1, false, c.isDefault, c.isCancel, false, false,
-                   iCtlBtnStyle_Vista, -1);
+    for (const Case& c : {Case{true, false, 0x00ECBEA0}, Case{false, true, 0x00808080}, Case{true, true, 0x00ECBEA0}}) {
+        const std::vector<int32_t> marked = draw(c.isDefault, c.isCancel, false);
         for (int32_t y = 0; y < 20; ++y) {
             for (int32_t x = 0; x < 30; ++x) {
                 const bool inside = x >= 3 && x < 21 && y >= 3 && y < 15;
                 const bool onFrame = inside && (x == 3 || x == 20 || y == 3 || y == 14);
-                ASSERT_EQ(marked.At(x, y), onFrame ? c.frame : plain.At(x, y)) << x << "," << y;
+                ASSERT_EQ(at(marked, x, y), onFrame ? c.frame : at(plain, x, y)) << x << "," << y;
             }
         }
     }
     // Focus: a dotted rectangle inset by 2 changes pixels on that outline and nowhere else.
-    DibCanvas plain(30, 20, kBack), focused(30, 20, kBack);
-    CTL_RECT a = rc, b = rc;
-    DrawButton(plain.dc(), a, 0x00D08040, true, -1, false, false, false, false, false, iCtlBtnStyle_Vista, -1);
-    DrawButton(focused.dc(), b, 0x00D08040, true, -1, false, false, false, true, false, iCtlBtnStyle_Vista, -1);
+    const std::vector<int32_t> focused = draw(false, false, true);
     int changed = 0;
     for (int32_t y = 0; y < 20; ++y) {
         for (int32_t x = 0; x < 30; ++x) {
-            if (focused.At(x, y) == plain.At(x, y)) continue;
+            if (at(focused, x, y) == at(plain, x, y)) continue;
             ++changed;
             const bool inside = x >= 4 && x < 20 && y >= 4 && y < 14;
             EXPECT_TRUE(inside && (x == 4 || x == 19 || y == 4 || y == 13)) << x << "," << y;

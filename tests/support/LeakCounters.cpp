@@ -36,35 +36,18 @@ void forget(HGDIOBJ handle) {
     created().erase(handle);
 }
 
+// The creating calls counted as they are, and the calls with hand-written hooks below.
+#define TC_CREATING_CALLS(X)                                                                                 \
+    X(CreateSolidBrush) X(CreateBrushIndirect) X(CreateHatchBrush) X(CreatePatternBrush) X(CreatePen)        \
+    X(CreatePenIndirect) X(ExtCreatePen) X(CreateFontW) X(CreateFontIndirectW) X(CreateCompatibleDC)         \
+    X(CreateDCW) X(CreateCompatibleBitmap) X(CreateBitmap) X(CreateBitmapIndirect) X(CreateDIBSection)       \
+    X(CreateDIBitmap) X(CreateRectRgn) X(CreateRectRgnIndirect) X(CreateRoundRectRgn) X(CreateEllipticRgn)
+#define TC_OTHER_CALLS(X) X(DeleteObject) X(DeleteDC) X(GetDC) X(GetWindowDC) X(GetDCEx) X(ReleaseDC) X(GetIconInfo)
+
 // The real entry points, filled in when the import table is patched.
 #define TC_REAL(name) decltype(&::name) real_##name = nullptr;
-TC_REAL(CreateSolidBrush)
-TC_REAL(CreateBrushIndirect)
-TC_REAL(CreateHatchBrush)
-TC_REAL(CreatePatternBrush)
-TC_REAL(CreatePen)
-TC_REAL(CreatePenIndirect)
-TC_REAL(ExtCreatePen)
-TC_REAL(CreateFontW)
-TC_REAL(CreateFontIndirectW)
-TC_REAL(CreateCompatibleDC)
-TC_REAL(CreateDCW)
-TC_REAL(CreateCompatibleBitmap)
-TC_REAL(CreateBitmap)
-TC_REAL(CreateBitmapIndirect)
-TC_REAL(CreateDIBSection)
-TC_REAL(CreateDIBitmap)
-TC_REAL(CreateRectRgn)
-TC_REAL(CreateRectRgnIndirect)
-TC_REAL(CreateRoundRectRgn)
-TC_REAL(CreateEllipticRgn)
-TC_REAL(DeleteObject)
-TC_REAL(DeleteDC)
-TC_REAL(GetDC)
-TC_REAL(GetWindowDC)
-TC_REAL(GetDCEx)
-TC_REAL(ReleaseDC)
-TC_REAL(GetIconInfo)
+TC_CREATING_CALLS(TC_REAL)
+TC_OTHER_CALLS(TC_REAL)
 #undef TC_REAL
 
 // A creating call that passes its result through track(); one instance per real entry point.
@@ -120,23 +103,15 @@ struct Hook {
     void** real;
 };
 
-#define TC_HOOK(name) Hook{#name, reinterpret_cast<void*>(&hook##name), reinterpret_cast<void**>(&real_##name)}
+#define TC_HOOK(name) Hook{#name, reinterpret_cast<void*>(&hook##name), reinterpret_cast<void**>(&real_##name)},
 #define TC_TRACK(name)                                                                                    \
-    Hook{#name, reinterpret_cast<void*>(&Tracked<decltype(real_##name)>::call<&real_##name>), \
-         reinterpret_cast<void**>(&real_##name)}
-const Hook kHooks[] = {
-    TC_TRACK(CreateSolidBrush),   TC_TRACK(CreateBrushIndirect),  TC_TRACK(CreateHatchBrush),
-    TC_TRACK(CreatePatternBrush), TC_TRACK(CreatePen),            TC_TRACK(CreatePenIndirect),
-    TC_TRACK(ExtCreatePen),       TC_TRACK(CreateFontW),          TC_TRACK(CreateFontIndirectW),
-    TC_TRACK(CreateCompatibleDC), TC_TRACK(CreateDCW),            TC_TRACK(CreateCompatibleBitmap),
-    TC_TRACK(CreateBitmap),       TC_TRACK(CreateBitmapIndirect), TC_TRACK(CreateDIBSection),
-    TC_TRACK(CreateDIBitmap),     TC_TRACK(CreateRectRgn),        TC_TRACK(CreateRectRgnIndirect),
-    TC_TRACK(CreateRoundRectRgn), TC_TRACK(CreateEllipticRgn),    TC_HOOK(DeleteObject),
-    TC_HOOK(DeleteDC),            TC_HOOK(GetDC),                 TC_HOOK(GetWindowDC),
-    TC_HOOK(GetDCEx),             TC_HOOK(ReleaseDC),             TC_HOOK(GetIconInfo),
-};
+    Hook{#name, reinterpret_cast<void*>(&Tracked<decltype(real_##name)>::call<&real_##name>),             \
+         reinterpret_cast<void**>(&real_##name)},
+const Hook kHooks[] = {TC_CREATING_CALLS(TC_TRACK) TC_OTHER_CALLS(TC_HOOK)};
 #undef TC_TRACK
 #undef TC_HOOK
+#undef TC_OTHER_CALLS
+#undef TC_CREATING_CALLS
 
 void patchEntry(void** slot, void* replacement) {
     DWORD previous = 0;
