@@ -112,11 +112,18 @@ struct FindData {
 class FindHandle {
 public:
     FindHandle() noexcept = default;
-    ~FindHandle();
+    ~FindHandle() { Close(); }
     FindHandle(const FindHandle&) = delete;
     FindHandle& operator=(const FindHandle&) = delete;
-    FindHandle(FindHandle&& other) noexcept;
-    FindHandle& operator=(FindHandle&& other) noexcept;
+    FindHandle(FindHandle&& other) noexcept : m_state(other.m_state) { other.m_state = nullptr; }
+    FindHandle& operator=(FindHandle&& other) noexcept {
+        if (this != &other) {
+            Close();
+            m_state = other.m_state;
+            other.m_state = nullptr;
+        }
+        return *this;
+    }
 
     // FindFirstFileW: pattern is a folder, a separator and a name that may hold * and ?, matched
     // as Windows does (case-insensitive; "*.*" also takes names without a dot). False when

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "common/CaseFold.h"
+#include "common/Utf8Convert.h"
 
 namespace platform {
 namespace {
@@ -51,95 +52,18 @@ uint32_t errorFromErrno(int err) noexcept {
 
 void setErrorFromErrno() noexcept { setError(errorFromErrno(errno)); }
 
-// UTF-16 to UTF-8 for file names. A lone surrogate is written in its three-byte form so that no
-// name is refused; the system takes any byte sequence.
-std::string narrow(const std::u16string& text) {
-    std::string out;
-    out.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        uint32_t cp = text[i];
-        if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] <= 0xDFFF) {
-            cp = 0x10000 + ((cp - 0xD800) << 10) + (text[i + 1] - 0xDC00u);
-            ++i;
-        }
-        if (cp < 0x80) {
-            out += static_cast<char>(cp);
-        } else if (cp < 0x800) {
-            out += static_cast<char>(0xC0 | (cp >> 6));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else if (cp < 0x10000) {
-            out += static_cast<char>(0xE0 | (cp >> 12));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (cp >> 18));
-            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        }
-    }
-    return out;
+bool failWith(uint32_t code) noexcept {
+    setError(code);
+    return false;
 }
 
-// UTF-8 to UTF-16 for names read from the system; a byte that starts no valid sequence becomes
-// U+FFFD, so a foreign name is shown, if not reproduced.
-std::u16string widen(const std::string& bytes) {
-    std::u16string out;
-    out.reserve(bytes.size());
-    size_t i = 0;
-    while (i < bytes.size()) {
-        const unsigned char lead = static_cast<unsigned char>(bytes[i]);
-        size_t extra = 0;
-        uint32_t cp = 0;
-        uint32_t minimum = 0;
-        if (lead < 0x80) {
-            out += static_cast<char16_t>(lead);
-            ++i;
-            continue;
-        }
-        if ((lead & 0xE0) == 0xC0) {
-            extra = 1;
-            cp = lead & 0x1Fu;
-            minimum = 0x80;
-        } else if ((lead & 0xF0) == 0xE0) {
-            extra = 2;
-            cp = lead & 0x0Fu;
-            minimum = 0x800;
-        } else if ((lead & 0xF8) == 0xF0) {
-            extra = 3;
-            cp = lead & 0x07u;
-            minimum = 0x10000;
-        } else {
-            out += u'\xFFFD';
-            ++i;
-            continue;
-        }
-        bool valid = i + extra < bytes.size();
-        for (size_t k = 1; valid && k <= extra; ++k) {
-            const unsigned char next = static_cast<unsigned char>(bytes[i + k]);
-            if ((next & 0xC0) != 0x80) {
-                valid = false;
-            } else {
-                cp = (cp << 6) | (next & 0x3Fu);
-            }
-        }
-        if (!valid || cp < minimum || cp > 0x10FFFF) {
-            out += u'\xFFFD';
-            ++i;
-            continue;
-        }
-        if (cp >= 0x10000) {
-            cp -= 0x10000;
-            out += static_cast<char16_t>(0xD800 + (cp >> 10));
-            out += static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
-        } else {
-            out += static_cast<char16_t>(cp);
-        }
-        i += extra + 1;
-    }
-    return out;
-}
+bool failFromErrno() noexcept { return failWith(errorFromErrno(errno)); }
+
+// File names go to the system with lone surrogates kept, so that no name is refused (the system
+// takes any byte sequence); a byte that starts no valid sequence comes back as U+FFFD, so a
+// foreign name is shown, if not reproduced.
+std::string narrow(const std::u16string& text) { return Utf16ToUtf8(text, LoneSurrogates::Keep); }
+std::u16string widen(const std::string& bytes) { return Utf8ToUtf16(bytes); }
 
 // The library's path to a host path: no \\?\ prefix, '\\' becomes '/'.
 std::string hostPath(const std::u16string& path) {
@@ -232,34 +156,16 @@ bool copyContents(int from, int to) {
 
 bool copyFileHost(const std::string& from, const std::string& to, bool failIfExists) {
     struct stat source {};
-    if (!pathExists(from, source)) {
-        setErrorFromErrno();
-        return false;
-    }
-    if (S_ISDIR(source.st_mode)) {
-        setError(kErrorAccessDenied);
-        return false;
-    }
+    if (!pathExists(from, source)) return failFromErrno();
+    if (S_ISDIR(source.st_mode)) return failWith(kErrorAccessDenied);
     struct stat target {};
     if (pathExists(to, target)) {
-        if (failIfExists) {
-            setError(kErrorFileExists);
-            return false;
-        }
-        if (S_ISDIR(target.st_mode) || isReadOnlyMode(target.st_mode)) {
-            setError(kErrorAccessDenied);
-            return false;
-        }
-        if (target.st_dev == source.st_dev && target.st_ino == source.st_ino) {
-            setError(kErrorSharingViolation);
-            return false;
-        }
+        if (failIfExists) return failWith(kErrorFileExists);
+        if (S_ISDIR(target.st_mode) || isReadOnlyMode(target.st_mode)) return failWith(kErrorAccessDenied);
+        if (target.st_dev == source.st_dev && target.st_ino == source.st_ino) return failWith(kErrorSharingViolation);
     }
     const int in = ::open(from.c_str(), O_RDONLY | O_CLOEXEC);
-    if (in < 0) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (in < 0) return failFromErrno();
     const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (failIfExists ? O_EXCL : O_TRUNC);
     const int out = ::open(to.c_str(), flags, source.st_mode & 07777);
     if (out < 0) {
@@ -502,21 +408,14 @@ intptr_t File::NativeValue() const noexcept { return m_open ? m_value + 1 : 0; }
 
 bool File::Read(void* buffer, uint32_t count, uint32_t& transferred) {
     transferred = 0;
-    if (!m_open) {
-        setError(kErrorInvalidHandle);
-        return false;
-    }
-    if (!wantsRead(m_access)) {
-        setError(kErrorAccessDenied);
-        return false;
-    }
+    if (!m_open) return failWith(kErrorInvalidHandle);
+    if (!wantsRead(m_access)) return failWith(kErrorAccessDenied);
     char* target = static_cast<char*>(buffer);
     while (transferred < count) {
         const ssize_t got = ::read(static_cast<int>(m_value), target + transferred, count - transferred);
         if (got < 0) {
             if (errno == EINTR) continue;
-            setErrorFromErrno();
-            return false;
+            return failFromErrno();
         }
         if (got == 0) break;
         transferred += static_cast<uint32_t>(got);
@@ -526,21 +425,14 @@ bool File::Read(void* buffer, uint32_t count, uint32_t& transferred) {
 
 bool File::Write(const void* buffer, uint32_t count, uint32_t& transferred) {
     transferred = 0;
-    if (!m_open) {
-        setError(kErrorInvalidHandle);
-        return false;
-    }
-    if (!wantsWrite(m_access)) {
-        setError(kErrorAccessDenied);
-        return false;
-    }
+    if (!m_open) return failWith(kErrorInvalidHandle);
+    if (!wantsWrite(m_access)) return failWith(kErrorAccessDenied);
     const char* source = static_cast<const char*>(buffer);
     while (transferred < count) {
         const ssize_t put = ::write(static_cast<int>(m_value), source + transferred, count - transferred);
         if (put < 0) {
             if (errno == EINTR) continue;
-            setErrorFromErrno();
-            return false;
+            return failFromErrno();
         }
         transferred += static_cast<uint32_t>(put);
     }
@@ -549,10 +441,7 @@ bool File::Write(const void* buffer, uint32_t count, uint32_t& transferred) {
 
 bool File::Seek(int64_t distance, uint32_t from, int64_t& newPosition) {
     newPosition = -1;
-    if (!m_open) {
-        setError(kErrorInvalidHandle);
-        return false;
-    }
+    if (!m_open) return failWith(kErrorInvalidHandle);
     int whence = SEEK_SET;
     if (from == kFileCurrent) {
         whence = SEEK_CUR;
@@ -563,10 +452,7 @@ bool File::Seek(int64_t distance, uint32_t from, int64_t& newPosition) {
         return false;
     }
     const off_t result = ::lseek(static_cast<int>(m_value), static_cast<off_t>(distance), whence);
-    if (result < 0) {
-        setError(errno == EINVAL ? kErrorNegativeSeek : errorFromErrno(errno));
-        return false;
-    }
+    if (result < 0) return failWith(errno == EINVAL ? kErrorNegativeSeek : errorFromErrno(errno));
     newPosition = static_cast<int64_t>(result);
     return true;
 }
@@ -581,31 +467,16 @@ int64_t File::Size() const {
 }
 
 bool File::Flush() {
-    if (!m_open) {
-        setError(kErrorInvalidHandle);
-        return false;
-    }
-    if (::fdatasync(static_cast<int>(m_value)) != 0) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (!m_open) return failWith(kErrorInvalidHandle);
+    if (::fdatasync(static_cast<int>(m_value)) != 0) return failFromErrno();
     return true;
 }
 
 bool File::SetEndHere() {
-    if (!m_open) {
-        setError(kErrorInvalidHandle);
-        return false;
-    }
-    if (!wantsWrite(m_access)) {
-        setError(kErrorAccessDenied);
-        return false;
-    }
+    if (!m_open) return failWith(kErrorInvalidHandle);
+    if (!wantsWrite(m_access)) return failWith(kErrorAccessDenied);
     const off_t here = ::lseek(static_cast<int>(m_value), 0, SEEK_CUR);
-    if (here < 0 || ::ftruncate(static_cast<int>(m_value), here) != 0) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (here < 0 || ::ftruncate(static_cast<int>(m_value), here) != 0) return failFromErrno();
     return true;
 }
 
@@ -623,27 +494,11 @@ bool File::Close() {
     m_value = 0;
     m_deleteOnClose = false;
     m_path.clear();
-    if (::close(fd) != 0) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (::close(fd) != 0) return failFromErrno();
     return true;
 }
 
 // ---- Find ----
-
-FindHandle::~FindHandle() { Close(); }
-
-FindHandle::FindHandle(FindHandle&& other) noexcept : m_state(other.m_state) { other.m_state = nullptr; }
-
-FindHandle& FindHandle::operator=(FindHandle&& other) noexcept {
-    if (this != &other) {
-        Close();
-        m_state = other.m_state;
-        other.m_state = nullptr;
-    }
-    return *this;
-}
 
 bool FindHandle::First(const std::u16string& pattern, FindData& data) {
     Close();
@@ -654,15 +509,11 @@ bool FindHandle::First(const std::u16string& pattern, FindData& data) {
     std::u16string folder = slash == std::u16string::npos ? u"." : p.substr(0, slash);
     if (slash == 0) folder = u"/";
     const std::u16string namePattern = slash == std::u16string::npos ? p : p.substr(slash + 1);
-    if (namePattern.empty()) {
-        setError(kErrorFileNotFound);
-        return false;
-    }
+    if (namePattern.empty()) return failWith(kErrorFileNotFound);
     const std::string hostFolder = narrow(folder);
     DIR* dir = ::opendir(hostFolder.c_str());
     if (dir == nullptr) {
-        setError(errno == ENOENT || errno == ENOTDIR ? kErrorPathNotFound : errorFromErrno(errno));
-        return false;
+        return failWith(errno == ENOENT || errno == ENOTDIR ? kErrorPathNotFound : errorFromErrno(errno));
     }
     auto* state = new FindState();
     const bool atRoot = hostFolder == "/";
@@ -698,14 +549,8 @@ bool FindHandle::First(const std::u16string& pattern, FindData& data) {
 
 bool FindHandle::Next(FindData& data) {
     auto* state = static_cast<FindState*>(m_state);
-    if (state == nullptr) {
-        setError(kErrorInvalidHandle);
-        return false;
-    }
-    if (state->next >= state->entries.size()) {
-        setError(kErrorNoMoreFiles);
-        return false;
-    }
+    if (state == nullptr) return failWith(kErrorInvalidHandle);
+    if (state->next >= state->entries.size()) return failWith(kErrorNoMoreFiles);
     data = state->entries[state->next++];
     return true;
 }
@@ -720,18 +565,14 @@ void FindHandle::Close() noexcept {
 // ---- Folders and names ----
 
 bool CreateFolder(const std::u16string& path) {
-    if (::mkdir(hostPath(path).c_str(), 0777) != 0) {
-        setError(errno == EEXIST ? kErrorAlreadyExists
+    if (::mkdir(hostPath(path).c_str(), 0777) != 0) return failWith(errno == EEXIST ? kErrorAlreadyExists
                                  : (errno == ENOENT ? kErrorPathNotFound : errorFromErrno(errno)));
-        return false;
-    }
     return true;
 }
 
 bool RemoveFolder(const std::u16string& path) {
     if (::rmdir(hostPath(path).c_str()) != 0) {
-        setError(errno == ENOTDIR ? kErrorDirectory : errorFromErrno(errno));
-        return false;
+        return failWith(errno == ENOTDIR ? kErrorDirectory : errorFromErrno(errno));
     }
     return true;
 }
@@ -748,55 +589,32 @@ bool MoveFileWithFlags(const std::u16string& from, const std::u16string& to, uin
     const std::string source = hostPath(from);
     const std::string target = hostPath(to);
     struct stat st {};
-    if (::lstat(source.c_str(), &st) != 0) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (::lstat(source.c_str(), &st) != 0) return failFromErrno();
     struct stat existing {};
     if (::lstat(target.c_str(), &existing) == 0) {
         const bool same = existing.st_dev == st.st_dev && existing.st_ino == st.st_ino;
-        if (!same && (flags & kMoveReplaceExisting) == 0) {
-            setError(kErrorAlreadyExists);
-            return false;
-        }
+        if (!same && (flags & kMoveReplaceExisting) == 0) return failWith(kErrorAlreadyExists);
         if (!same && (S_ISDIR(existing.st_mode) || isReadOnlyMode(existing.st_mode))) {
-            setError(kErrorAccessDenied);
-            return false;
+            return failWith(kErrorAccessDenied);
         }
     }
     if (::rename(source.c_str(), target.c_str()) == 0) return true;
-    if (errno != EXDEV || (flags & kMoveCopyAllowed) == 0 || S_ISDIR(st.st_mode)) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (errno != EXDEV || (flags & kMoveCopyAllowed) == 0 || S_ISDIR(st.st_mode)) return failFromErrno();
     // Another volume: copy, then delete, as MoveFileEx does with MOVEFILE_COPY_ALLOWED.
     if (!copyFileHost(source, target, false)) return false;
-    if (::unlink(source.c_str()) != 0) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (::unlink(source.c_str()) != 0) return failFromErrno();
     return true;
 }
 
 bool DeleteFileAt(const std::u16string& path) {
     const std::string host = hostPath(path);
     struct stat st {};
-    if (::lstat(host.c_str(), &st) != 0) {
-        setError(errno == ENOENT ? kErrorFileNotFound : errorFromErrno(errno));
-        return false;
-    }
+    if (::lstat(host.c_str(), &st) != 0) return failFromErrno();
     if (S_ISDIR(st.st_mode) || (!S_ISLNK(st.st_mode) && isReadOnlyMode(st.st_mode))) {
-        setError(kErrorAccessDenied);
-        return false;
+        return failWith(kErrorAccessDenied);
     }
-    if (openedWithoutDeleteShare(st)) {
-        setError(kErrorSharingViolation);
-        return false;
-    }
-    if (::unlink(host.c_str()) != 0) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (openedWithoutDeleteShare(st)) return failWith(kErrorSharingViolation);
+    if (::unlink(host.c_str()) != 0) return failFromErrno();
     return true;
 }
 
@@ -804,7 +622,7 @@ uint32_t QueryAttributes(const std::u16string& path) {
     const std::string host = hostPath(path);
     struct stat st {};
     if (::stat(host.c_str(), &st) != 0 && ::lstat(host.c_str(), &st) != 0) {
-        setError(errno == ENOENT ? kErrorFileNotFound : errorFromErrno(errno));
+        setErrorFromErrno();
         return kInvalidAttributes;
     }
     return attributesOf(st, lastComponent(host));
@@ -813,10 +631,7 @@ uint32_t QueryAttributes(const std::u16string& path) {
 bool ChangeAttributes(const std::u16string& path, uint32_t attributes) {
     const std::string host = hostPath(path);
     struct stat st {};
-    if (::stat(host.c_str(), &st) != 0) {
-        setError(errno == ENOENT ? kErrorFileNotFound : errorFromErrno(errno));
-        return false;
-    }
+    if (::stat(host.c_str(), &st) != 0) return failFromErrno();
     // Only read-only has a place in the mode bits; hidden lives in the name, the rest nowhere.
     mode_t mode = st.st_mode & 07777;
     if ((attributes & kAttrReadOnly) != 0) {
@@ -824,10 +639,7 @@ bool ChangeAttributes(const std::u16string& path, uint32_t attributes) {
     } else if (isReadOnlyMode(mode)) {
         mode |= 0200;
     }
-    if (mode != (st.st_mode & 07777) && ::chmod(host.c_str(), mode) != 0) {
-        setErrorFromErrno();
-        return false;
-    }
+    if (mode != (st.st_mode & 07777) && ::chmod(host.c_str(), mode) != 0) return failFromErrno();
     return true;
 }
 
@@ -843,8 +655,7 @@ std::u16string CurrentFolder() {
 
 bool ChangeCurrentFolder(const std::u16string& path) {
     if (path.empty() || ::chdir(hostPath(path).c_str()) != 0) {
-        setError(path.empty() ? kErrorPathNotFound : errorFromErrno(errno));
-        return false;
+        return failWith(path.empty() ? kErrorPathNotFound : errorFromErrno(errno));
     }
     return true;
 }
@@ -858,10 +669,7 @@ std::u16string TempFolder() {
 
 bool ToSystemTime(uint64_t fileTime, SystemTime& result) {
     // FileTimeToSystemTime refuses values with the top bit set.
-    if (fileTime >= 0x8000000000000000ull) {
-        setError(kErrorInvalidParameter);
-        return false;
-    }
+    if (fileTime >= 0x8000000000000000ull) return failWith(kErrorInvalidParameter);
     const int64_t totalMs = static_cast<int64_t>(fileTime / 10000);
     const int64_t days = totalMs / 86400000;
     const int64_t msOfDay = totalMs % 86400000;
@@ -870,10 +678,7 @@ bool ToSystemTime(uint64_t fileTime, SystemTime& result) {
     unsigned month = 0;
     unsigned day = 0;
     civilFromDays(days - 134774, year, month, day);
-    if (year > 30827) {
-        setError(kErrorInvalidParameter);
-        return false;
-    }
+    if (year > 30827) return failWith(kErrorInvalidParameter);
     result.year = static_cast<uint16_t>(year);
     result.month = static_cast<uint16_t>(month);
     result.day = static_cast<uint16_t>(day);
@@ -889,16 +694,10 @@ bool ToLocalFileTime(uint64_t fileTime, uint64_t& localFileTime) {
     // Windows applies the bias in force now, not the one at that date; so does this.
     const time_t now = ::time(nullptr);
     struct tm local {};
-    if (::localtime_r(&now, &local) == nullptr) {
-        setError(kErrorGenFailure);
-        return false;
-    }
+    if (::localtime_r(&now, &local) == nullptr) return failWith(kErrorGenFailure);
     const int64_t bias = static_cast<int64_t>(local.tm_gmtoff) * 10000000;
     const int64_t shifted = static_cast<int64_t>(fileTime) + bias;
-    if (shifted < 0) {
-        setError(kErrorInvalidParameter);
-        return false;
-    }
+    if (shifted < 0) return failWith(kErrorInvalidParameter);
     localFileTime = static_cast<uint64_t>(shifted);
     return true;
 }

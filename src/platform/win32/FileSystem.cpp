@@ -110,19 +110,6 @@ bool File::Close() {
 
 // ---- Find ----
 
-FindHandle::~FindHandle() { Close(); }
-
-FindHandle::FindHandle(FindHandle&& other) noexcept : m_state(other.m_state) { other.m_state = nullptr; }
-
-FindHandle& FindHandle::operator=(FindHandle&& other) noexcept {
-    if (this != &other) {
-        Close();
-        m_state = other.m_state;
-        other.m_state = nullptr;
-    }
-    return *this;
-}
-
 bool FindHandle::First(const std::u16string& pattern, FindData& data) {
     Close();
     WIN32_FIND_DATAW raw{};
