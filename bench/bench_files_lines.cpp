@@ -52,6 +52,18 @@ void encodeUtf8(const std::u16string& in, std::string& out) {
     }
 }
 
+// The write baseline, also used to make the input file.
+void writeWithOfstream(const std::string& path, const std::vector<std::u16string>& lines) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    std::string buffer;
+    for (const auto& line : lines) {
+        buffer.clear();
+        encodeUtf8(line, buffer);
+        buffer += "\r\n";
+        out.write(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    }
+}
+
 std::u16string libraryPath(const std::string& host) {
     std::u16string out;
     for (const char c : host) out += c == '/' ? u'\\' : static_cast<char16_t>(c);
@@ -96,16 +108,7 @@ int main() {
         bytes += encoded.size() + 2;
         lines.push_back(std::move(line));
     }
-    {
-        std::ofstream out(source, std::ios::binary);
-        std::string buffer;
-        for (const auto& line : lines) {
-            buffer.clear();
-            encodeUtf8(line, buffer);
-            buffer += "\r\n";
-            out.write(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        }
-    }
+    writeWithOfstream(source, lines);
 
     size_t baselineUnits = 0;
     const double readBaseline = bestSeconds([&] {
@@ -128,16 +131,7 @@ int main() {
         while (f.ReadUTF8Line(line)) libraryUnits += line.size();
     });
 
-    const double writeBaseline = bestSeconds([&] {
-        std::ofstream out(target, std::ios::binary | std::ios::trunc);
-        std::string buffer;
-        for (const auto& line : lines) {
-            buffer.clear();
-            encodeUtf8(line, buffer);
-            buffer += "\r\n";
-            out.write(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        }
-    });
+    const double writeBaseline = bestSeconds([&] { writeWithOfstream(target, lines); });
     bool writeOk = true;
     const double writeLibrary = bestSeconds([&] {
         clsUniFile f;

@@ -8,10 +8,6 @@ std::shared_ptr<clsFileIniEx_Row> clsFileIniEx_Row::Create() {
 
 std::shared_ptr<clsFileIniEx_Row> clsFileIniEx_Row::Clone(std::shared_ptr<clsFileIniEx_Row> oRow) const {
     if (!oRow) oRow = Create();
-    oRow->sRow = sRow;
-    oRow->oRows = oRows;
-    oRow->sKey = sKey;
-    oRow->sValue = sValue;
-    oRow->sSection = sSection;
+    *oRow = *this;
     return oRow;
 }

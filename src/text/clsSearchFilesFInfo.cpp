@@ -31,21 +31,12 @@ uint64_t joinHalves(int32_t low, int32_t high) noexcept {
 std::shared_ptr<clsSearchFilesFInfo> clsSearchFilesFInfo::Clone(std::shared_ptr<clsSearchFilesFInfo> oToFill) const {
     if (!oToFill) oToFill = std::make_shared<clsSearchFilesFInfo>();
     if (oToFill.get() == this) return oToFill;
-    oToFill->sFileName = sFileName;
-    oToFill->lAttributes = lAttributes;
-    oToFill->dFileSize = dFileSize;
-    oToFill->dwLowDateTimeCreation = dwLowDateTimeCreation;
-    oToFill->dwHighDateTimeCreation = dwHighDateTimeCreation;
-    oToFill->dwLowDateTimeLastAccess = dwLowDateTimeLastAccess;
-    oToFill->dwHighDateTimeLastAccess = dwHighDateTimeLastAccess;
-    oToFill->dwLowDateTimeLastWrite = dwLowDateTimeLastWrite;
-    oToFill->dwHighDateTimeLastWrite = dwHighDateTimeLastWrite;
-    oToFill->m_sFilePath = m_sFilePath;
     SearchFilesCollection children;
     children.reserve(oCollSubFiles.size());
     for (const auto& child : oCollSubFiles) {
         if (child) children.push_back(child->Clone());
     }
+    *oToFill = *this;
     oToFill->oCollSubFiles = std::move(children);
     return oToFill;
 }

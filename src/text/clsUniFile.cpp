@@ -79,6 +79,15 @@ bool fileExists(const std::u16string& path) {
     }
 }
 
+// A line read up to its line feed loses it and the carriage return before it; without a line
+// feed, the text read stays as it is and the line counts as unfinished.
+bool endLine(std::u16string& line, bool lineFeed) {
+    if (!lineFeed) return false;
+    const size_t n = line.size();
+    line.resize(n >= 2 && line[n - 2] == u'\r' ? n - 2 : n - 1);
+    return true;
+}
+
 }  // namespace
 
 clsUniFile::~clsUniFile() {
@@ -478,10 +487,7 @@ bool clsUniFile::ReadAnsiLine(std::u16string& sRet) {
             break;
         }
     }
-    if (!lineFeed) return false;
-    const size_t n = sRet.size();
-    sRet.resize(n >= 2 && sRet[n - 2] == u'\r' ? n - 2 : n - 1);
-    return true;
+    return endLine(sRet, lineFeed);
 }
 
 bool clsUniFile::ReadUnicodeLine(std::u16string& sRet) {
@@ -497,10 +503,7 @@ bool clsUniFile::ReadUnicodeLine(std::u16string& sRet) {
             break;
         }
     }
-    if (!lineFeed) return false;
-    const size_t n = sRet.size();
-    sRet.resize(n >= 2 && sRet[n - 2] == u'\r' ? n - 2 : n - 1);
-    return true;
+    return endLine(sRet, lineFeed);
 }
 
 bool clsUniFile::ReadUTF8Line(std::u16string& sRet) {
