@@ -1,10 +1,8 @@
-// Helpers of the file-utility and INI tests: a scratch folder, raw file bytes, golden-file checks.
+// Helpers of the file-utility and INI tests: read-only probing, UTF-16 file images, golden-file checks.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <atomic>
 #include <cstdint>
 #include <fstream>
 #include <iterator>
@@ -12,64 +10,10 @@
 #include <vector>
 
 #include "platform/FileSystem.h"
+#include "support/TempDir.h"
 #include "text/UniFileUtils.h"
 
 namespace initest {
-
-inline std::string Narrow(const std::u16string& text) {
-    std::string out;
-    for (const char16_t c : text) out += c < 128 ? static_cast<char>(c) : '?';
-    return out;
-}
-
-// A fresh folder under the temporary folder, removed with everything in it at the end.
-class ScratchFolder {
-public:
-    ScratchFolder() {
-        static std::atomic<int> counter{0};
-        const std::string unique = std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "_" +
-                                   std::to_string(counter++) + "_" + std::to_string(reinterpret_cast<uintptr_t>(this));
-        m_path = ufu_GetTempPath() + u"tc_ini_";
-        for (const char c : unique) m_path += static_cast<char16_t>(c);
-        ufu_RmDirRic(m_path);
-        if (!ufu_MkDir(m_path)) ADD_FAILURE() << "cannot create " << Narrow(m_path);
-    }
-    ~ScratchFolder() { ufu_RmDirRic(m_path); }
-    // Owns a folder on disk: a copy would remove it twice.
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    const std::u16string& Path() const { return m_path; }
-    std::u16string File(const std::u16string& name) const { return m_path + u"\\" + name; }
-
-private:
-    std::u16string m_path;
-};
-
-inline std::vector<uint8_t> ReadBytes(const std::u16string& path) {
-    platform::File file = platform::File::Open(path, platform::kGenericRead, platform::kShareRead,
-                                               platform::kOpenExisting, platform::kAttrNormal);
-    std::vector<uint8_t> bytes;
-    if (!file.IsOpen()) return bytes;
-    bytes.resize(static_cast<size_t>(std::max<int64_t>(file.Size(), 0)));
-    uint32_t transferred = 0;
-    if (!bytes.empty() && (!file.Read(bytes.data(), static_cast<uint32_t>(bytes.size()), transferred) ||
-                           transferred != bytes.size())) {
-        ADD_FAILURE() << "short read of " << Narrow(path);
-    }
-    return bytes;
-}
-
-inline void WriteBytes(const std::u16string& path, const std::vector<uint8_t>& bytes) {
-    platform::File file = platform::File::Open(path, platform::kGenericWrite, 0, platform::kCreateAlways,
-                                               platform::kAttrNormal);
-    ASSERT_TRUE(file.IsOpen()) << Narrow(path);
-    uint32_t transferred = 0;
-    if (!bytes.empty()) {
-        ASSERT_TRUE(file.Write(bytes.data(), static_cast<uint32_t>(bytes.size()), transferred));
-        ASSERT_EQ(transferred, bytes.size());
-    }
-}
 
 // Sets the read-only attribute and tells whether the host then refuses writes. Wine run as root
 // ignores the attribute when it opens a file for writing; Windows and the POSIX layer refuse.
@@ -79,8 +23,6 @@ inline bool MakeReadOnly(const std::u16string& path) {
                                                 platform::kOpenExisting, platform::kAttrNormal);
     return !probe.IsOpen();
 }
-
-inline std::vector<uint8_t> Bytes(const std::string& text) { return std::vector<uint8_t>(text.begin(), text.end()); }
 
 // UTF-16LE with its mark, for expected file images.
 inline std::vector<uint8_t> Utf16File(const std::u16string& text) {

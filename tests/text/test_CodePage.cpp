@@ -23,9 +23,7 @@ TEST(CodePage, Table1252AgainstKnownEntriesAndInverse) {
         {0x90, 0x0090},   {0x91, 0x2018},   {0x94, 0x201D}, {0x96, 0x2013}, {0x97, 0x2014}, {0x99, 0x2122},
         {0x9C, 0x0153},   {0x9D, 0x009D},   {0x9F, 0x0178}, {0xA0, 0x00A0}, {0xE9, 0x00E9}, {0xFF, 0x00FF},
     };
-    for (const Entry& e : entries) {
-        EXPECT_EQ(platform::Cp1252ByteToUnit(e.byte), e.unit) << static_cast<int>(e.byte);
-    }
+    for (const Entry& e : entries) EXPECT_EQ(platform::Cp1252ByteToUnit(e.byte), e.unit) << static_cast<int>(e.byte);
     for (int b = 0; b < 256; ++b) {
         const char16_t unit = platform::Cp1252ByteToUnit(static_cast<uint8_t>(b));
         EXPECT_EQ(platform::Cp1252UnitToByte(unit), b) << b;
@@ -41,9 +39,7 @@ TEST(CodePage, Table1252AgainstKnownEntriesAndInverse) {
 // The C library's own CP1252 converter is an independent source for the 251 defined bytes.
 TEST(CodePage, Table1252MatchesTheSystemConverter) {
     iconv_t cd = iconv_open("UTF-16LE", "CP1252");
-    if (cd == reinterpret_cast<iconv_t>(-1)) {
-        GTEST_SKIP() << "no CP1252 converter in this C library";
-    }
+    if (cd == reinterpret_cast<iconv_t>(-1)) GTEST_SKIP() << "no CP1252 converter in this C library";
     int compared = 0;
     for (int b = 0; b < 256; ++b) {
         char in[1] = {static_cast<char>(b)};
@@ -66,9 +62,7 @@ TEST(CodePage, Table1252MatchesTheSystemConverter) {
 #endif
 
 TEST(CodePage, AnsiConversionsOfTheSystem) {
-    if (platform::AnsiCodePage() != 1252) {
-        GTEST_SKIP() << "the system's ANSI code page is " << platform::AnsiCodePage();
-    }
+    if (platform::AnsiCodePage() != 1252) GTEST_SKIP() << "the system's ANSI code page is " << platform::AnsiCodePage();
     const std::u16string text = u"A\u00E9\u20AC\u0178";
     const std::vector<uint8_t> bytes = {0x41, 0xE9, 0x80, 0x9F};
     EXPECT_EQ(platform::WideToAnsi(text), bytes);

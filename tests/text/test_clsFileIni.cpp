@@ -16,11 +16,9 @@
 
 namespace {
 
-using initest::Bytes;
-using initest::Narrow;
-using initest::ReadBytes;
-using initest::ScratchFolder;
-using initest::WriteBytes;
+using testsupport::Bytes;
+using testsupport::Utf8;
+using testsupport::TempDir;
 
 using Rows = std::vector<std::u16string>;
 
@@ -31,10 +29,10 @@ bool StartsWithUtf16Mark(const std::vector<uint8_t>& bytes) {
 }
 
 TEST(clsFileIni, ValuesAreReadAsTheProfileCallsGiveThem) {
-    ScratchFolder folder;
+    TempDir folder;
     clsFileIni ini;
     ini.IniFile(folder.File(u"values.ini"));
-    WriteBytes(ini.IniFile(), Bytes("[Q]\r\n"
+    TempDir::WriteBytes(ini.IniFile(), Bytes("[Q]\r\n"
                                     "a=\"quoted\"\r\n"
                                     "b='single'\r\n"
                                     "c=\"unbalanced\r\n"
@@ -61,13 +59,13 @@ TEST(clsFileIni, ValuesAreReadAsTheProfileCallsGiveThem) {
     };
     for (const auto& c : cases) {
         EXPECT_EQ(ini.ReadString(c.section, c.key, c.fallback), c.expected)
-            << "[" << Narrow(c.section) << "] " << Narrow(c.key);
+            << "[" << Utf8(c.section) << "] " << Utf8(c.key);
     }
     const struct {
         std::u16string key;
         bool fallback, expected;
     } bools[] = {{u"t", false, true}, {u"f", true, false}, {u"missing", true, true}, {u"missing", false, false}};
-    for (const auto& c : bools) EXPECT_EQ(ini.ReadBool(u"Q", c.key, c.fallback), c.expected) << Narrow(c.key);
+    for (const auto& c : bools) EXPECT_EQ(ini.ReadBool(u"Q", c.key, c.fallback), c.expected) << Utf8(c.key);
 
     clsFileIni absent;
     absent.IniFile(folder.File(u"absent.ini"));
@@ -78,7 +76,7 @@ TEST(clsFileIni, ValuesAreReadAsTheProfileCallsGiveThem) {
 }
 
 TEST(clsFileIni, WritesAddReplaceAndRoundTrip) {
-    ScratchFolder folder;
+    TempDir folder;
     clsFileIni ini;
     ini.IniFile(folder.File(u"written.ini"));
     ini.WriteString(u"first", u"k", u"1");
@@ -109,16 +107,16 @@ TEST(clsFileIni, WritesAddReplaceAndRoundTrip) {
     EXPECT_EQ(ini.ReadString(u"long", u"v"), longValue.substr(0, 10239));
 
     // Nothing here writes a mark into a file whose text the code page holds.
-    EXPECT_FALSE(StartsWithUtf16Mark(ReadBytes(ini.IniFile())));
+    EXPECT_FALSE(StartsWithUtf16Mark(TempDir::ReadBytes(ini.IniFile())));
 }
 
 TEST(clsFileIni, TheFirstTextThatNeedsItTurnsTheFileUtf16) {
-    ScratchFolder folder;
+    TempDir folder;
     // A Greek value on a new file: the file is made UTF-16 first.
     clsFileIni greekValue;
     greekValue.IniFile(folder.File(u"value.ini"));
     greekValue.WriteString(u"s", u"k", kGreek);
-    EXPECT_TRUE(StartsWithUtf16Mark(ReadBytes(greekValue.IniFile())));
+    EXPECT_TRUE(StartsWithUtf16Mark(TempDir::ReadBytes(greekValue.IniFile())));
     EXPECT_EQ(greekValue.ReadString(u"s", u"k"), kGreek);
     greekValue.WriteString(u"\u0394", u"k", u"plain");  // a Greek section in a file that is UTF-16 now
     EXPECT_EQ(greekValue.ReadString(u"\u0394", u"K"), u"plain");
@@ -127,26 +125,26 @@ TEST(clsFileIni, TheFirstTextThatNeedsItTurnsTheFileUtf16) {
     clsFileIni greekKey;
     greekKey.IniFile(folder.File(u"key.ini"));
     greekKey.WriteString(u"s", u"\u03BA\u03BB", u"v");
-    EXPECT_FALSE(StartsWithUtf16Mark(ReadBytes(greekKey.IniFile())));
+    EXPECT_FALSE(StartsWithUtf16Mark(TempDir::ReadBytes(greekKey.IniFile())));
     EXPECT_EQ(greekKey.ReadString(u"s", u"\u03BA\u03BB", u"dflt"), u"dflt");
     EXPECT_EQ(greekKey.ReadString(u"s", u"??"), u"v");
 
     // An ANSI file keeps what it had when it turns.
     clsFileIni existing;
     existing.IniFile(folder.File(u"existing.ini"));
-    WriteBytes(existing.IniFile(), Bytes("[old]\r\nx=1\r\ny=caf\xE9\r\n"));
+    TempDir::WriteBytes(existing.IniFile(), Bytes("[old]\r\nx=1\r\ny=caf\xE9\r\n"));
     existing.WriteString(u"new", u"g", kGreek);
-    EXPECT_TRUE(StartsWithUtf16Mark(ReadBytes(existing.IniFile())));
+    EXPECT_TRUE(StartsWithUtf16Mark(TempDir::ReadBytes(existing.IniFile())));
     EXPECT_EQ(existing.ReadString(u"old", u"x"), u"1");
     EXPECT_EQ(existing.ReadString(u"old", u"y"), u"caf\u00E9");
     EXPECT_EQ(existing.ReadString(u"new", u"g"), kGreek);
 }
 
 TEST(clsFileIni, RepeatedSectionsLinesWithoutEqualsAndThePreamble) {
-    ScratchFolder folder;
+    TempDir folder;
     clsFileIni ini;
     ini.IniFile(folder.File(u"shapes.ini"));
-    WriteBytes(ini.IniFile(), Bytes("top=1\r\n[Q]\r\na=\"quoted\"\r\n  e  =  5  \r\nnoeq\r\n; k=c\r\n\r\n"
+    TempDir::WriteBytes(ini.IniFile(), Bytes("top=1\r\n[Q]\r\na=\"quoted\"\r\n  e  =  5  \r\nnoeq\r\n; k=c\r\n\r\n"
                                     "empty=\r\n[Q]\r\nz=dup\r\n[ Sp ]\r\nx=1\r\n"));
     Rows rows;
     // Section lines come trimmed around the "=", unquoted values stay quoted, comments are left out.
@@ -162,7 +160,7 @@ TEST(clsFileIni, RepeatedSectionsLinesWithoutEqualsAndThePreamble) {
         {u"", u"top", u"1"},       // the lines before the first header
         {u"sp", u"x", u"1"},
     };
-    for (const auto& c : cases) EXPECT_EQ(ini.ReadString(c.section, c.key, u"dflt"), c.expected) << Narrow(c.key);
+    for (const auto& c : cases) EXPECT_EQ(ini.ReadString(c.section, c.key, u"dflt"), c.expected) << Utf8(c.key);
     // A new key goes behind the last line of the first section of its name.
     ini.WriteString(u"q", u"new", u"n");
     ini.GetSectionRows(u"Q", rows);
@@ -175,7 +173,7 @@ TEST(clsFileIni, PathsBeyond260Characters) {
     // the library's own file calls take it (see the clsFileIniEx test of the same path).
     GTEST_SKIP() << "the platform's profile calls stop at MAX_PATH";
 #endif
-    ScratchFolder folder;
+    TempDir folder;
     std::u16string deep = folder.Path();
     while (deep.size() < 300) deep += u"\\" + std::u16string(40, u'd');
     ASSERT_TRUE(ufu_MakePath(deep));
@@ -185,7 +183,7 @@ TEST(clsFileIni, PathsBeyond260Characters) {
     ini.WriteString(u"s", u"g", kGreek);
     EXPECT_EQ(ini.ReadString(u"s", u"k"), u"v");
     EXPECT_EQ(ini.ReadString(u"s", u"g"), kGreek);
-    EXPECT_TRUE(StartsWithUtf16Mark(ReadBytes(MakeLongPath(ini.IniFile()))));
+    EXPECT_TRUE(StartsWithUtf16Mark(TempDir::ReadBytes(ini.IniFile())));
 }
 
 TEST(clsFileIni, SectionRowsSplitAtTheFirstEquals) {
@@ -231,10 +229,10 @@ TEST(clsFileIni, EveryMemberNeedsAFile) {
 }
 
 TEST(clsFileIni, ProfileDeletionsAndReadOnlyFiles) {
-    ScratchFolder folder;
+    TempDir folder;
     const std::u16string path = folder.File(u"delete.ini");
     const std::u16string longPath = MakeLongPath(path);
-    WriteBytes(path, Bytes("[a]\r\nk=1\r\nj=2\r\n[b]\r\nm=3\r\n"));
+    TempDir::WriteBytes(path, Bytes("[a]\r\nk=1\r\nj=2\r\n[b]\r\nm=3\r\n"));
     // No value deletes the key; no key deletes the section.
     EXPECT_TRUE(platform::ProfileWriteString(longPath, u"A", u"K", std::nullopt));
     EXPECT_EQ(platform::ProfileGetString(longPath, u"a", u"k", u"gone", 100), u"gone");
@@ -243,18 +241,18 @@ TEST(clsFileIni, ProfileDeletionsAndReadOnlyFiles) {
     EXPECT_TRUE(platform::ProfileWriteString(longPath, u"a", std::nullopt, std::nullopt));
     EXPECT_EQ(platform::ProfileGetSectionNames(longPath, 100), std::u16string(u"b\0", 2));
     // A list too long for its buffer is cut, leaving room for the two final zeros.
-    WriteBytes(path, Bytes("[abc]\r\n[def]\r\n"));
+    TempDir::WriteBytes(path, Bytes("[abc]\r\n[def]\r\n"));
     EXPECT_EQ(platform::ProfileGetSectionNames(longPath, 6), std::u16string(u"abc\0", 4));
 
     clsFileIni ini;
     ini.IniFile(folder.File(u"locked.ini"));
-    WriteBytes(ini.IniFile(), Bytes("[s]\r\nk=1\r\n"));
+    TempDir::WriteBytes(ini.IniFile(), Bytes("[s]\r\nk=1\r\n"));
     if (!initest::MakeReadOnly(ini.IniFile())) GTEST_SKIP() << "this host writes into read-only files";
     ini.WriteString(u"s", u"k", u"2");
     EXPECT_EQ(ini.ReadString(u"s", u"k"), u"1");
     // Turning a read-only file into UTF-16 fails loudly.
     EXPECT_THROW(ini.WriteString(u"s", u"g", kGreek), CtlError);
-    EXPECT_EQ(ReadBytes(ini.IniFile()), Bytes("[s]\r\nk=1\r\n"));
+    EXPECT_EQ(TempDir::ReadBytes(ini.IniFile()), Bytes("[s]\r\nk=1\r\n"));
 }
 
 }  // namespace

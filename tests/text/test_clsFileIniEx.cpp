@@ -11,13 +11,11 @@
 
 namespace {
 
-using initest::Bytes;
+using testsupport::Bytes;
 using initest::ExpectMatchesGolden;
-using initest::Narrow;
-using initest::ReadBytes;
-using initest::ScratchFolder;
+using testsupport::Utf8;
+using testsupport::TempDir;
 using initest::Utf16File;
-using initest::WriteBytes;
 
 using Rows = std::vector<std::u16string>;
 
@@ -27,16 +25,16 @@ clsFileIniEx Parsed(const std::u16string& text, const std::u16string& comment = 
     ini.CommentChar(comment);
     ini.AllowTabs(allowTabs);
     ini.KeyValueSepChar(separator);
-    EXPECT_TRUE(ini.LoadFromString(text)) << Narrow(text);
+    EXPECT_TRUE(ini.LoadFromString(text)) << Utf8(text);
     return ini;
 }
 
 // What pvSave writes for the rows in memory, read back from the file.
-std::vector<uint8_t> Saved(clsFileIniEx& ini, const ScratchFolder& folder, bool saveEmpty = true,
+std::vector<uint8_t> Saved(clsFileIniEx& ini, const TempDir& folder, bool saveEmpty = true,
                            const std::u16string& lineSep = u"\r\n") {
     const std::u16string path = folder.File(u"saved.ini");
     EXPECT_TRUE(ini.Save(path, lineSep, false, saveEmpty));
-    return ReadBytes(path);
+    return TempDir::ReadBytes(path);
 }
 
 TEST(clsFileIniEx, LookupsFollowSectionsCommentsAndTabs) {
@@ -69,7 +67,7 @@ TEST(clsFileIniEx, LookupsFollowSectionsCommentsAndTabs) {
     for (const auto& c : cases) {
         const clsFileIniEx ini = Parsed(c.text, c.comment, c.allowTabs);
         EXPECT_EQ(ini.GetString(c.section, c.key, u"<none>"), c.expected)
-            << Narrow(c.text) << " [" << Narrow(c.section) << "] " << Narrow(c.key);
+            << Utf8(c.text) << " [" << Utf8(c.section) << "] " << Utf8(c.key);
     }
 }
 
@@ -88,21 +86,21 @@ TEST(clsFileIniEx, LongerSeparatorsCutTheKeyByTheirExtraCharacters) {
     for (const auto& c : cases) {
         const clsFileIniEx ini = Parsed(u"[s]\r\n" + c.line, u"", true, c.separator);
         if (!c.key.empty()) {
-            EXPECT_EQ(ini.GetString(u"s", c.key, u"<none>"), c.value) << Narrow(c.line);
+            EXPECT_EQ(ini.GetString(u"s", c.key, u"<none>"), c.value) << Utf8(c.line);
         }
         Rows rows;
         ini.GetSectionRows(u"s", rows);
         if (c.key.empty()) {
             // A row with an empty key is kept but is no key row.
-            EXPECT_TRUE(rows.empty()) << Narrow(c.line);
+            EXPECT_TRUE(rows.empty()) << Utf8(c.line);
         } else {
             ASSERT_EQ(rows, Rows{c.line});
-            EXPECT_EQ(ini.GetSectionRowKey(rows, 0), c.key) << Narrow(c.line);
-            EXPECT_EQ(ini.GetSectionRowValue(rows, 0), c.value) << Narrow(c.line);
+            EXPECT_EQ(ini.GetSectionRowKey(rows, 0), c.key) << Utf8(c.line);
+            EXPECT_EQ(ini.GetSectionRowValue(rows, 0), c.value) << Utf8(c.line);
         }
     }
     // Rows added in memory are keyed by the whole key and written with the whole separator.
-    ScratchFolder folder;
+    TempDir folder;
     clsFileIniEx built;
     built.KeyValueSepChar(u"::");
     built.AddString(u"s", u"key", u"v");
@@ -111,7 +109,7 @@ TEST(clsFileIniEx, LongerSeparatorsCutTheKeyByTheirExtraCharacters) {
 }
 
 TEST(clsFileIniEx, SavingKeepsCommentsOrderAndMergedSections) {
-    ScratchFolder folder;
+    TempDir folder;
     const std::u16string text =
         u"; top comment\r\ntop=1\r\n\r\n[First] trailing text\r\na=1\r\n; inside first\r\nb = two \r\n"
         u"[Empty]\r\n[second]\r\nc=3\r\n[FIRST]\r\nd=4\r\na=one again\r\n";
@@ -141,9 +139,9 @@ TEST(clsFileIniEx, SavingKeepsCommentsOrderAndMergedSections) {
 }
 
 TEST(clsFileIniEx, SaveWithUpdateLaysTheKeysInMemoryOverTheFile) {
-    ScratchFolder folder;
+    TempDir folder;
     const std::u16string path = folder.File(u"update.ini");
-    WriteBytes(path, Bytes("; header\r\n[a]\r\nk=1\r\nold=x\r\n[b]\r\nm=2"));
+    TempDir::WriteBytes(path, Bytes("; header\r\n[a]\r\nk=1\r\nold=x\r\n[b]\r\nm=2"));
     clsFileIniEx ini;
     ini.CommentChar(u";");
     ASSERT_TRUE(ini.Load(path));
@@ -154,26 +152,26 @@ TEST(clsFileIniEx, SaveWithUpdateLaysTheKeysInMemoryOverTheFile) {
     EXPECT_EQ(ini.GetString(u"c", u"n"), u"3");
     // The key removed in memory is still in the file: update only adds and overwrites.
     EXPECT_TRUE(ini.Save());
-    ExpectMatchesGolden(ReadBytes(path), "FileIniEx_update.ini");
+    ExpectMatchesGolden(TempDir::ReadBytes(path), "FileIniEx_update.ini");
     // Without update the rows in memory replace the file.
-    WriteBytes(path, Bytes("; header\r\n[a]\r\nk=1\r\nold=x\r\n[b]\r\nm=2"));
+    TempDir::WriteBytes(path, Bytes("; header\r\n[a]\r\nk=1\r\nold=x\r\n[b]\r\nm=2"));
     EXPECT_TRUE(ini.Save(u"", u"\r\n", false));
-    ExpectMatchesGolden(ReadBytes(path), "FileIniEx_replace.ini");
+    ExpectMatchesGolden(TempDir::ReadBytes(path), "FileIniEx_replace.ini");
 }
 
 TEST(clsFileIniEx, TheFileTurnsUtf16AtTheFirstTextThatNeedsIt) {
-    ScratchFolder folder;
+    TempDir folder;
     const std::u16string path = folder.File(u"greek.ini");
     clsFileIniEx ini;
     ini.AddString(u"s", u"k", u"v");
     ASSERT_TRUE(ini.Save(path));
     const bool ansiIsPlain = CanUseAnsiForString(u"[s]\r\nk=v");
     if (ansiIsPlain) {
-        EXPECT_EQ(ReadBytes(path), Bytes("[s]\r\nk=v"));
+        EXPECT_EQ(TempDir::ReadBytes(path), Bytes("[s]\r\nk=v"));
     }
     ini.AddString(u"s", u"g", u"\u03A9\u03BC\u03AD\u03B3\u03B1");
     ASSERT_TRUE(ini.Save(path));
-    EXPECT_EQ(ReadBytes(path), Utf16File(u"[s]\r\nk=v\r\ng=\u03A9\u03BC\u03AD\u03B3\u03B1"));
+    EXPECT_EQ(TempDir::ReadBytes(path), Utf16File(u"[s]\r\nk=v\r\ng=\u03A9\u03BC\u03AD\u03B3\u03B1"));
     clsFileIniEx back;
     ASSERT_TRUE(back.Load(path));
     EXPECT_EQ(back.GetString(u"S", u"G"), u"\u03A9\u03BC\u03AD\u03B3\u03B1");
@@ -181,13 +179,13 @@ TEST(clsFileIniEx, TheFileTurnsUtf16AtTheFirstTextThatNeedsIt) {
 
     // A UTF-8 file loads, and comes back in the narrow form when it can.
     const std::u16string utf8 = folder.File(u"utf8.ini");
-    WriteBytes(utf8, {0xEF, 0xBB, 0xBF, '[', 's', ']', '\r', '\n', 'k', '=', 0xC3, 0xA9});
+    TempDir::WriteBytes(utf8, {0xEF, 0xBB, 0xBF, '[', 's', ']', '\r', '\n', 'k', '=', 0xC3, 0xA9});
     clsFileIniEx fromUtf8;
     ASSERT_TRUE(fromUtf8.Load(utf8));
     EXPECT_EQ(fromUtf8.GetString(u"s", u"k"), u"\u00E9");
     ASSERT_TRUE(fromUtf8.Save());
     if (CanUseAnsiForString(u"\u00E9")) {
-        EXPECT_EQ(ReadBytes(utf8), (std::vector<uint8_t>{'[', 's', ']', '\r', '\n', 'k', '=', 0xE9}));
+        EXPECT_EQ(TempDir::ReadBytes(utf8), (std::vector<uint8_t>{'[', 's', ']', '\r', '\n', 'k', '=', 0xE9}));
     }
 }
 
@@ -231,7 +229,7 @@ TEST(clsFileIniEx, SectionListsAndRowSplitting) {
 }
 
 TEST(clsFileIniEx, RemovingSectionsKeysAndBooleans) {
-    ScratchFolder folder;
+    TempDir folder;
     clsFileIniEx ini = Parsed(u"top=1\r\n[a]\r\nk=1\r\n[b]\r\nm=2\r\nt= 1 \r\nf=true");
     EXPECT_FALSE(ini.RemoveSection(u"zz"));
     EXPECT_FALSE(ini.RemoveSection(u"  "));
@@ -250,7 +248,7 @@ TEST(clsFileIniEx, RemovingSectionsKeysAndBooleans) {
     } bools[] = {
         {u"t", false, true}, {u"f", true, false}, {u"missing", true, true}, {u"missing", false, false},
     };
-    for (const auto& c : bools) EXPECT_EQ(ini.GetBool(u"b", c.key, c.fallback), c.expected) << Narrow(c.key);
+    for (const auto& c : bools) EXPECT_EQ(ini.GetBool(u"b", c.key, c.fallback), c.expected) << Utf8(c.key);
     ini.AddBool(u"b", u"on", true);
     ini.AddBool(u"b", u"off", false);
     EXPECT_EQ(ini.GetString(u"b", u"on"), u"1");
@@ -261,21 +259,6 @@ TEST(clsFileIniEx, RemovingSectionsKeysAndBooleans) {
     tabs.AddString(u"s", u" k", u" v ");
     EXPECT_EQ(tabs.GetString(u"s", u"k"), u" v ");
     EXPECT_EQ(Saved(tabs, folder), Bytes("[s]\r\n k= v "));
-}
-
-TEST(clsFileIniEx, PathsBeyond260CharactersAndOutsideTheCodePage) {
-    ScratchFolder folder;
-    std::u16string deep = folder.Path();
-    while (deep.size() < 300) deep += u"\\" + std::u16string(40, u'd');
-    ASSERT_TRUE(ufu_MakePath(deep));
-    const std::u16string path = deep + u"\\\u4E2D\u0394.ini";
-    clsFileIniEx ini;
-    ini.AddString(u"s", u"k", u"v");
-    ASSERT_TRUE(ini.Save(path));
-    clsFileIniEx back;
-    ASSERT_TRUE(back.Load(path));
-    EXPECT_EQ(back.GetString(u"s", u"k"), u"v");
-    EXPECT_TRUE(ufu_RmDirRic(folder.File(std::u16string(40, u'd'))));
 }
 
 TEST(clsFileIniEx, ErrorsAndTheSizeLimit) {
@@ -306,7 +289,7 @@ TEST(clsFileIniEx, ErrorsAndTheSizeLimit) {
         EXPECT_EQ(e.Description(), u"I need a file!");
     }
 
-    ScratchFolder folder;
+    TempDir folder;
     EXPECT_FALSE(empty.Load(folder.File(u"missing.ini")));
     EXPECT_EQ(empty.Rows(), nullptr);
     EXPECT_FALSE(empty.Load(folder.Path()));  // a folder is no file
@@ -315,22 +298,22 @@ TEST(clsFileIniEx, ErrorsAndTheSizeLimit) {
     const std::u16string big = folder.File(u"big.ini");
     std::vector<uint8_t> bytes = Bytes("[s]\r\nk=");
     bytes.resize(5242880, 'v');
-    WriteBytes(big, bytes);
+    TempDir::WriteBytes(big, bytes);
     clsFileIniEx ini;
     ASSERT_TRUE(ini.Load(big));
     EXPECT_EQ(ini.GetString(u"s", u"k").size(), 5242880u - 7u);
     bytes.push_back('v');
-    WriteBytes(big, bytes);
+    TempDir::WriteBytes(big, bytes);
     EXPECT_FALSE(ini.Load(big));
     EXPECT_THROW(ini.GetString(u"s", u"k"), CtlError);
     // Saving over a file too long to load leaves it untouched instead of writing the rows alone.
     ini.AddString(u"s", u"k", u"small");
     EXPECT_FALSE(ini.Save(big));
-    EXPECT_EQ(initest::ReadBytes(big).size(), 5242881u);
+    EXPECT_EQ(TempDir::ReadBytes(big).size(), 5242881u);
 }
 
 TEST(clsFileIniEx, OddTextNeitherCrashesNorLosesRows) {
-    ScratchFolder folder;
+    TempDir folder;
     // Character 0 is text like any other.
     const std::u16string withNul(u"[s]\0x\r\nk=\0v\r\n\0", 14);
     clsFileIniEx nul = Parsed(withNul);
@@ -352,7 +335,7 @@ TEST(clsFileIniEx, OddTextNeitherCrashesNorLosesRows) {
     // Never loaded: an empty file.
     clsFileIniEx fresh;
     EXPECT_TRUE(fresh.pvSave(folder.File(u"fresh.ini")));
-    EXPECT_TRUE(ReadBytes(folder.File(u"fresh.ini")).empty());
+    EXPECT_TRUE(TempDir::ReadBytes(folder.File(u"fresh.ini")).empty());
     // A section named like the hidden suffix of outside keys can't reach them.
     clsFileIniEx tricky = Parsed(u"k=1\r\n[k\t1234\t5-6*7-8\t4321]\r\nk=2");
     EXPECT_EQ(tricky.GetString(u"", u"k"), u"1");
@@ -362,13 +345,13 @@ TEST(clsFileIniEx, OddTextNeitherCrashesNorLosesRows) {
 
     // A read-only file can't be saved over.
     const std::u16string locked = folder.File(u"locked.ini");
-    WriteBytes(locked, Bytes("[s]\r\nk=1"));
+    TempDir::WriteBytes(locked, Bytes("[s]\r\nk=1"));
     if (!initest::MakeReadOnly(locked)) GTEST_SKIP() << "this host writes into read-only files";
     clsFileIniEx readOnly;
     ASSERT_TRUE(readOnly.Load(locked));
     readOnly.AddString(u"s", u"k", u"2");
     EXPECT_FALSE(readOnly.Save());
-    EXPECT_EQ(ReadBytes(locked), Bytes("[s]\r\nk=1"));
+    EXPECT_EQ(TempDir::ReadBytes(locked), Bytes("[s]\r\nk=1"));
 }
 
 }  // namespace

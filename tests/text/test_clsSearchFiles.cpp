@@ -11,7 +11,6 @@
 #include "common/CtlError.h"
 #include "support/TempDir.h"
 #include "text/clsSearchFiles.h"
-#include "text/clsUniFile.h"
 
 using testsupport::Bytes;
 using testsupport::TempDir;
@@ -42,13 +41,11 @@ std::vector<std::string> Relative(const SearchFilesCollection& coll, const std::
         const std::u16string full = item->sPathFileName();
         out.push_back(Utf8(full.substr(std::min(full.size(), root.size() + 1))));
     }
-    std::sort(out.begin(), out.end(), [](const std::string& a, const std::string& b) {
-        std::string la = a;
-        std::string lb = b;
-        for (char& c : la) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        for (char& c : lb) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        return la < lb;
-    });
+    const auto lower = [](std::string s) {
+        for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        return s;
+    };
+    std::sort(out.begin(), out.end(), [&](const std::string& a, const std::string& b) { return lower(a) < lower(b); });
     return out;
 }
 
@@ -90,9 +87,7 @@ TEST(clsSearchFiles, OptionsSelectWhatTheWalkReturns) {
         {"a folder by its name", s.SearchPathPattern(root + u"\\SUB1"), {"sub1"}},
         {"trailing backslash finds nothing", s.SearchPathPattern(root + u"\\sub1\\"), {}},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(Relative(c.result, root), c.expected) << c.name;
-    }
+    for (const Case& c : cases) EXPECT_EQ(Relative(c.result, root), c.expected) << c.name;
     EXPECT_FALSE(s.IsSearching());
 }
 
@@ -350,29 +345,4 @@ TEST(clsSearchFiles, LinkedFoldersAreListedButNotEntered) {
             EXPECT_NE(item->lAttributes & esfa_FILE_ATTRIBUTE_REPARSE_POINT, 0);
         }
     }
-}
-
-TEST(clsSearchFiles, TheExistenceTestsBuiltOnTheWalk) {
-    Tree t;
-    struct Case {
-        std::u16string path;
-        bool file;
-        bool dir;
-    };
-    const Case cases[] = {
-        {t.dir.File(u"*.nothing"), false, false},
-        {t.dir.File(u"*.dat"), true, false},  // one match counts as an existing file
-        {t.dir.File(u"*.txt"), false, false}, // two don't
-        {t.dir.File(u"a.txt"), true, false},
-        {t.dir.File(u"sub1"), false, true},   // a folder is no file
-        {t.dir.File(u"sub2"), false, true},   // an empty folder still lists "."
-        {t.dir.File(u"missing"), false, false},
-        {u"", false, false},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(clsUniFile::st_FileExist(c.path), c.file) << Utf8(c.path);
-        EXPECT_EQ(clsUniFile::st_DirExist(c.path), c.dir) << Utf8(c.path);
-    }
-    EXPECT_EQ(clsUniFile::st_FilePath(t.dir.File(u"a.txt")), t.Root());
-    EXPECT_EQ(clsUniFile::st_UniAppPath(), UniAppPath());
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "RaisedError.h"
 #include "support/TempDir.h"
 #include "common/CtlError.h"
 #include "text/WindowsVersion.h"
@@ -50,14 +51,7 @@ TEST(modLongPath, FilePathTakesTheFolderPart) {
         EXPECT_EQ(ufu_FilePath(c.in, true), c.withSlash) << Utf8(c.in);
     }
     for (const std::u16string web : {u"c:/a/b.txt", u"c:\\a/b", u"/"}) {
-        try {
-            ufu_FilePath(web, false);
-            ADD_FAILURE() << "no error for " << Utf8(web);
-        } catch (const CtlError& e) {
-            EXPECT_EQ(e.Source(), u"ufu_FilePath");
-            EXPECT_EQ(e.Description(), u"Not a local path");
-            EXPECT_EQ(e.Number(), -2147221503);
-        }
+        EXPECT_EQ(RaisedBy([&] { ufu_FilePath(web, false); }), "ufu_FilePath|Not a local path|-2147221503") << Utf8(web);
     }
 }
 
@@ -82,9 +76,7 @@ TEST(modLongPath, Utf8FileDecoderFollowsItsOwnLeadByteTable) {
         {"truncated two-byte form", {65, 200}, u"A"},
         {"lone continuation", {128, 65}, std::u16string{char16_t(128), u'A'}},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(ufu_UTF8BytesToString(c.in), c.out) << c.name;
-    }
+    for (const Case& c : cases) EXPECT_EQ(ufu_UTF8BytesToString(c.in), c.out) << c.name;
 }
 
 TEST(modLongPath, UniAppPathIsTheFolderOfThisProgram) {
