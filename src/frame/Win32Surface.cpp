@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "frame/IPAOHookFilter.h"
 #include "frame/MaskRegion.h"
 #include "frame/ScaleUnits.h"
 #include "graphics/modCommonDraw.h"
@@ -34,14 +35,6 @@ int16_t shiftFromKeys(WPARAM keys) noexcept {
     int16_t shift = 0;
     if ((keys & MK_SHIFT) != 0) shift |= 1;
     if ((keys & MK_CONTROL) != 0) shift |= 2;
-    if (::GetKeyState(VK_MENU) < 0) shift |= 4;
-    return shift;
-}
-
-int16_t currentShift() noexcept {
-    int16_t shift = 0;
-    if (::GetKeyState(VK_SHIFT) < 0) shift |= 1;
-    if (::GetKeyState(VK_CONTROL) < 0) shift |= 2;
     if (::GetKeyState(VK_MENU) < 0) shift |= 4;
     return shift;
 }
@@ -419,7 +412,7 @@ LRESULT Win32Surface::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
             return 0;
         case WM_KEYDOWN: case WM_KEYUP: {
             int16_t keyCode = static_cast<int16_t>(wParam);
-            int16_t shift = currentShift();
+            int16_t shift = IPAOHookFilter::ShiftState();
             if (m_client != nullptr) {
                 if (message == WM_KEYDOWN) {
                     m_client->KeyDown(keyCode, shift);
