@@ -12,10 +12,7 @@
 #endif
 
 TEST(CodePage, Table1252AgainstKnownEntriesAndInverse) {
-    struct Entry {
-        uint8_t byte;
-        char16_t unit;
-    };
+    struct Entry { uint8_t byte; char16_t unit; };
     // Entries of the published code page 1252, and the five bytes it leaves undefined.
     const Entry entries[] = {
         {0x41, u'A'},     {0x7F, 0x007F},   {0x80, 0x20AC}, {0x81, 0x0081}, {0x82, 0x201A}, {0x83, 0x0192},

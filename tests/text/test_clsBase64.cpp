@@ -42,11 +42,7 @@ TEST(clsBase64, Tables) {
 }
 
 TEST(clsBase64, EncodesKnownVectors) {
-    struct Case {
-        std::u16string text;
-        bool unicode;
-        std::u16string b64;
-    };
+    struct Case { std::u16string text; bool unicode; std::u16string b64; };
     const Case cases[] = {
         {u"", false, u""},          {u"f", false, u"Zg=="},         {u"fo", false, u"Zm8="},
         {u"foo", false, u"Zm9v"},   {u"foob", false, u"Zm9vYg=="},  {u"fooba", false, u"Zm9vYmE="},
@@ -80,10 +76,7 @@ TEST(clsBase64, RoundTripsAllByteValuesAndWrappedText) {
 }
 
 TEST(clsBase64, DecoderTruncatesAndDoesNotCheck) {
-    struct Case {
-        const char* text;
-        Bytes out;
-    };
+    struct Case { const char* text; Bytes out; };
     const Case cases[] = {
         {"", {}},
         {"Zg==", {'f'}},
@@ -120,11 +113,7 @@ TEST(clsBase64, DecoderTruncatesAndDoesNotCheck) {
 
 TEST(clsBase64, SpanAndUnspan) {
     const clsBase64& codec = ThreadBase64();
-    struct Case {
-        int32_t line;
-        const char* in;
-        const char* out;
-    };
+    struct Case { int32_t line; const char* in; const char* out; };
     const Case cases[] = {
         {3, "abcdefg", "abc\r\ndef\r\ng"},
         {3, "abcdef", "abc\r\ndef\r\n"},

@@ -1,11 +1,13 @@
 #include "text/clsFileIni.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "RaisedError.h"
 #include "IniTestSupport.h"
 #include "common/CtlError.h"
 #include "platform/PrivateProfile.h"
@@ -44,9 +46,7 @@ TEST(clsFileIni, ValuesAreReadAsTheProfileCallsGiveThem) {
                                     "; k=commented\r\n"
                                     "[other]\r\n"
                                     "a=other a\r\n"));
-    const struct {
-        std::u16string section, key, fallback, expected;
-    } cases[] = {
+    const struct { std::u16string section, key, fallback, expected; } cases[] = {
         {u"q", u"A", u"", u"quoted"},
         {u"Q", u"b", u"", u"single"},
         {u"Q", u"c", u"", u"\"unbalanced"},
@@ -152,9 +152,7 @@ TEST(clsFileIni, RepeatedSectionsLinesWithoutEqualsAndThePreamble) {
     EXPECT_EQ(rows, (Rows{u"a=\"quoted\"", u"e=5", u"noeq", u"empty=", u""}));
     ini.GetSectionNames(rows);
     EXPECT_EQ(rows, (Rows{u"Q", u"Q", u"Sp", u""}));
-    const struct {
-        std::u16string section, key, expected;
-    } cases[] = {
+    const struct { std::u16string section, key, expected; } cases[] = {
         {u"Q", u"z", u"dflt"},     // only the first [Q] is read
         {u"Q", u"noeq", u"dflt"},  // a line without "=" is no key
         {u"", u"top", u"1"},       // the lines before the first header
@@ -190,10 +188,7 @@ TEST(clsFileIni, SectionRowsSplitAtTheFirstEquals) {
     clsFileIni ini;
     ini.IniFile(u"unused.ini");
     const Rows rows{u"k=v", u"=x", u"noeq", u"", u"a=b=c", u" k = v "};
-    const struct {
-        int16_t idx;
-        std::u16string key, value;
-    } cases[] = {
+    const struct { int16_t idx; std::u16string key, value; } cases[] = {
         {0, u"k", u"v"}, {1, u"", u""}, {2, u"", u""}, {3, u"", u""}, {4, u"a", u"b=c"}, {5, u" k ", u" v "},
     };
     for (const auto& c : cases) {
@@ -207,23 +202,14 @@ TEST(clsFileIni, SectionRowsSplitAtTheFirstEquals) {
 TEST(clsFileIni, EveryMemberNeedsAFile) {
     clsFileIni ini;
     Rows rows;
-    const struct {
-        const char* what;
-        void (*call)(clsFileIni&, Rows&);
-    } calls[] = {
+    const struct { const char* what; void (*call)(clsFileIni&, Rows&); } calls[] = {
         {"ReadString", [](clsFileIni& i, Rows&) { i.ReadString(u"a", u"b"); }},
         {"WriteString", [](clsFileIni& i, Rows&) { i.WriteString(u"a", u"b", u"c"); }},
         {"GetSectionRowKey", [](clsFileIni& i, Rows& r) { i.GetSectionRowKey(r, 0); }},
         {"GetSectionRows", [](clsFileIni& i, Rows& r) { i.GetSectionRows(u"a", r); }},
     };
     for (const auto& c : calls) {
-        try {
-            c.call(ini, rows);
-            ADD_FAILURE() << c.what << " raised nothing";
-        } catch (const CtlError& e) {
-            EXPECT_EQ(e.Description(), u"I need a file!") << c.what;
-            EXPECT_EQ(e.Number(), -2147221503) << c.what;
-        }
+        EXPECT_THAT(RaisedBy([&] { c.call(ini, rows); }), testing::EndsWith("|I need a file!|-2147221503")) << c.what;
     }
     EXPECT_EQ(ini.IniFile(), u"");
 }

@@ -1,10 +1,12 @@
 #include "text/clsFileIniEx.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+#include "RaisedError.h"
 #include "IniTestSupport.h"
 #include "common/CtlError.h"
 #include "text/UniStringCore.h"
@@ -38,11 +40,7 @@ std::vector<uint8_t> Saved(clsFileIniEx& ini, const TempDir& folder, bool saveEm
 }
 
 TEST(clsFileIniEx, LookupsFollowSectionsCommentsAndTabs) {
-    const struct {
-        std::u16string text, comment;
-        bool allowTabs;
-        std::u16string section, key, expected;
-    } cases[] = {
+    const struct { std::u16string text, comment; bool allowTabs; std::u16string section, key, expected; } cases[] = {
         {u"a=1", u"", false, u"", u"a", u"1"},  // no line end at all
         {u"[S]\r\n; note\r\nk = v\r\n", u";", false, u"s", u"K", u"v"},
         {u"[S]\r\n; note\r\nk = v\r\n", u";", true, u"s", u"K", u" v"},
@@ -74,9 +72,7 @@ TEST(clsFileIniEx, LookupsFollowSectionsCommentsAndTabs) {
 TEST(clsFileIniEx, LongerSeparatorsCutTheKeyByTheirExtraCharacters) {
     // The key is the text before the separator less the separator's length beyond one character;
     // the value starts right behind the separator.
-    const struct {
-        std::u16string separator, line, key, value;
-    } cases[] = {
+    const struct { std::u16string separator, line, key, value; } cases[] = {
         {u"::", u"key::value", u"ke", u"value"},
         {u"->", u"ab->cd", u"a", u"cd"},
         {u" = ", u"name = value", u"na", u"value"},
@@ -204,11 +200,7 @@ TEST(clsFileIniEx, SectionListsAndRowSplitting) {
     EXPECT_EQ(rows, Rows{u"z="});
 
     const Rows split{u"k=v", u"=v", u"", u"noeq", u" k = v ", u"a=b=c"};
-    const struct {
-        bool allowTabs;
-        int32_t idx;
-        std::u16string key, value;
-    } cases[] = {
+    const struct { bool allowTabs; int32_t idx; std::u16string key, value; } cases[] = {
         {false, 0, u"k", u"v"}, {false, 1, u"", u""},     {false, 2, u"", u""},      {false, 3, u"", u""},
         {false, 4, u"k", u"v"}, {true, 4, u" k ", u" v "}, {false, 5, u"a", u"b=c"},
     };
@@ -219,12 +211,7 @@ TEST(clsFileIniEx, SectionListsAndRowSplitting) {
         EXPECT_EQ(splitter.GetSectionRowValue(split, c.idx), c.value) << c.idx;
     }
     for (const int32_t outside : {-1, 6}) {
-        try {
-            ini.GetSectionRowKey(split, outside);
-            ADD_FAILURE() << "no error at " << outside;
-        } catch (const CtlError& e) {
-            EXPECT_EQ(e.Number(), CtlError::kSubscriptOutOfRange);
-        }
+        EXPECT_EQ(RaisedNumber([&] { ini.GetSectionRowKey(split, outside); }), CtlError::kSubscriptOutOfRange);
     }
 }
 
@@ -242,10 +229,7 @@ TEST(clsFileIniEx, RemovingSectionsKeysAndBooleans) {
     EXPECT_TRUE(ini.RemoveRowKeyVal(u"b", u"M"));
     EXPECT_EQ(Saved(ini, folder), Bytes("[b]\r\nt= 1 \r\nf=true"));
 
-    const struct {
-        std::u16string key;
-        bool fallback, expected;
-    } bools[] = {
+    const struct { std::u16string key; bool fallback, expected; } bools[] = {
         {u"t", false, true}, {u"f", true, false}, {u"missing", true, true}, {u"missing", false, false},
     };
     for (const auto& c : bools) EXPECT_EQ(ini.GetBool(u"b", c.key, c.fallback), c.expected) << Utf8(c.key);
@@ -264,30 +248,17 @@ TEST(clsFileIniEx, RemovingSectionsKeysAndBooleans) {
 TEST(clsFileIniEx, ErrorsAndTheSizeLimit) {
     clsFileIniEx empty;
     Rows rows;
-    const struct {
-        const char* what;
-        void (*call)(clsFileIniEx&, Rows&);
-    } needLoad[] = {
+    const struct { const char* what; void (*call)(clsFileIniEx&, Rows&); } needLoad[] = {
         {"GetString", [](clsFileIniEx& i, Rows&) { i.GetString(u"a", u"b"); }},
         {"GetBool", [](clsFileIniEx& i, Rows&) { i.GetBool(u"a", u"b"); }},
         {"GetSectionRows", [](clsFileIniEx& i, Rows& r) { i.GetSectionRows(u"a", r); }},
         {"GetSectionNames", [](clsFileIniEx& i, Rows& r) { i.GetSectionNames(r); }},
     };
     for (const auto& c : needLoad) {
-        try {
-            c.call(empty, rows);
-            ADD_FAILURE() << c.what << " raised nothing";
-        } catch (const CtlError& e) {
-            EXPECT_EQ(e.Description(), u"Please load the file first!") << c.what;
-            EXPECT_EQ(e.Number(), -2147221503) << c.what;
-        }
+        EXPECT_THAT(RaisedBy([&] { c.call(empty, rows); }), testing::EndsWith("|Please load the file first!|-2147221503"))
+            << c.what;
     }
-    try {
-        empty.Save(u"  ");
-        ADD_FAILURE() << "Save raised nothing";
-    } catch (const CtlError& e) {
-        EXPECT_EQ(e.Description(), u"I need a file!");
-    }
+    EXPECT_THAT(RaisedBy([&] { empty.Save(u"  "); }), testing::HasSubstr("|I need a file!|"));
 
     TempDir folder;
     EXPECT_FALSE(empty.Load(folder.File(u"missing.ini")));

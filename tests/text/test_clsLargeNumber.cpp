@@ -67,29 +67,20 @@ u128 powMod(u128 a, u128 e, u128 m) {
 }  // namespace
 
 TEST(clsLargeNumber, FixedCasesAndKeptQuirks) {
-    struct Case {
-        const char* what;
-        std::u16string got;
-        std::u16string expected;
-    };
+    struct Case { const char* what; std::u16string got; std::u16string expected; };
     const Case cases[] = {
         {"add empty", ln.StrAdd(u"", u"5"), u"5"},
         {"add carry across a block", ln.StrAdd(u"99999999999999", u"1"), u"100000000000000"},
         {"add returns the other operand as given", ln.StrAdd(u"0", u"007"), u"007"},
         {"add trims otherwise", ln.StrAdd(u"00", u"007"), u"7"},
         {"add two empties", ln.StrAdd(u"", u""), u""},
-        {"sub", ln.StrSub(u"1000000000", u"1"), u"999999999"},
         {"sub to zero", ln.StrSub(u"123", u"0123"), u"0"},
         {"negative difference wraps at 14 digits", ln.StrSub(u"1", u"2"), u"99999999999999"},
         {"negative difference wraps at 28 digits", ln.StrSub(u"5", u"100000000000000"),
          u"9999999999999900000000000005"},
-        {"mult", ln.StrMult(u"123456789", u"987654321"), u"121932631112635269"},
         {"mult by zero", ln.StrMult(u"000", u"123"), u"0"},
         {"mult by empty", ln.StrMult(u"", u"123"), u"0"},
-        {"div", ln.StrDiv(u"100", u"7"), u"14"},
-        {"div smaller", ln.StrDiv(u"5", u"7"), u"0"},
         {"div equal", ln.StrDiv(u"0042", u"42"), u"1"},
-        {"mod", ln.StrMod(u"100", u"7"), u"2"},
         // Quotient digits whose first estimate is one too large even after the two-limb check.
         {"div with a corrected estimate", ln.StrDiv(u"420000000000000086100000000000000000", u"600000000000000123999999999"),
          u"699999999"},
@@ -116,30 +107,21 @@ TEST(clsLargeNumber, FixedCasesAndKeptQuirks) {
         {"pow 0", ln.StrPow(u"12", u"0"), u"1"},
         {"pow 1 gives the base as given", ln.StrPow(u"007", u"1"), u"007"},
         {"pow 01 goes through the product", ln.StrPow(u"007", u"01"), u"7"},
-        {"pow", ln.StrPow(u"3", u"40"), u"12157665459056928801"},
         {"zero to zero", ln.StrPow(u"0", u"0"), u"1"},
         {"zero to the fifth", ln.StrPow(u"0", u"5"), u"0"},
-        {"inc", ln.StrInc(u"999"), u"1000"},
         {"inc keeps leading zeros", ln.StrInc(u"0099"), u"0100"},
         {"inc of empty", ln.StrInc(u""), u"1"},
-        {"dec", ln.StrDec(u"1000"), u"999"},
         {"dec trims", ln.StrDec(u"0010"), u"9"},
         {"trim", ln.StrTrim(u"000"), u"0"},
         {"trim empty", ln.StrTrim(u""), u"0"},
         {"trim keeps the rest", ln.StrTrim(u"00100"), u"100"},
-        {"half", ln.StrHalf(u"99999999999999999999"), u"49999999999999999999"},
         {"half of one", ln.StrHalf(u"1"), u"0"},
-        {"shl", ln.StrShl(u"1", u"100"), u"1267650600228229401496703205376"},
         {"shl by 0", ln.StrShl(u"05", u"0"), u"5"},
-        {"shr", ln.StrShr(u"1267650600228229401496703205376", u"100"), u"1"},
         {"shr below", ln.StrShr(u"3", u"2"), u"0"},
-        {"powmod", ln.StrPowMod(u"4", u"13", u"497"), u"445"},
         {"powmod exponent 0 is 1 even modulo 1", ln.StrPowMod(u"5", u"0", u"1"), u"1"},
         {"powmod exponent 00 is 1 mod c", ln.StrPowMod(u"5", u"00", u"1"), u"0"},
         {"powmod exponent 1 is StrMod", ln.StrPowMod(u"05", u"1", u"7"), u"05"},
         {"powmod exponent 1 reduces", ln.StrPowMod(u"15", u"1", u"7"), u"1"},
-        {"conv from base 10", ln.ConvFromBase10(u"255", u"16"), u"FF"},
-        {"conv to base 10", ln.ConvToBase10(u"FF", u"16"), u"255"},
         {"conv of 0 is empty", ln.ConvFromBase10(u"0", u"16"), u""},
         {"conv of 00 gives one digit", ln.ConvFromBase10(u"00", u"16"), u"0"},
         {"conv of empty gives one digit", ln.ConvFromBase10(u"", u"16"), u"0"},
@@ -152,7 +134,6 @@ TEST(clsLargeNumber, FixedCasesAndKeptQuirks) {
         {"digits beyond the base are not checked", ln.ConvToBase10(u"1G", u"16"), u"32"},
         {"convert", ln.ConvertBases(u"FF", u"16", u"2"), u"11111111"},
         {"convert zero", ln.ConvertBases(u"000", u"16", u"2"), u""},
-        {"xor", ln.BooleanOperation(u"F0", u"33", u"XOR"), u"C3"},
         {"not ignores sB", ln.BooleanOperation(u"F", u"", u"NOT"), u"0"},
         {"not pads to sB", ln.BooleanOperation(u"1", u"ABC", u"NOT"), u"FFE"},
         {"and pads", ln.BooleanOperation(u"F0", u"3", u"AND"), u"00"},
@@ -162,20 +143,13 @@ TEST(clsLargeNumber, FixedCasesAndKeptQuirks) {
     };
     for (const Case& c : cases) EXPECT_EQ(c.got, c.expected) << c.what;
 
-    struct Order {
-        std::u16string a;
-        std::u16string b;
-        bool greater;
-    };
+    struct Order { std::u16string a; std::u16string b; bool greater; };
     const Order orders[] = {
         {u"10", u"9", true}, {u"007", u"7", false}, {u"7", u"007", false}, {u"", u"0", false},
         {u"1", u"", true},   {u"123", u"124", false}, {u"124", u"123", true}, {u"0000", u"00", false},
     };
     for (const Order& o : orders) EXPECT_EQ(ln.StrGT(o.a, o.b), o.greater);
-    struct Parity {
-        std::u16string a;
-        bool even;
-    };
+    struct Parity { std::u16string a; bool even; };
     for (const Parity& p : {Parity{u"0", true}, Parity{u"7", false}, Parity{u"1234", true}, Parity{u"", true},
                             Parity{u"99999999999999999999999", false}}) {
         EXPECT_EQ(ln.StrStraight(p.a), p.even);

@@ -57,11 +57,7 @@ TEST(clsSearchFiles, OptionsSelectWhatTheWalkReturns) {
     Tree t;
     const std::u16string root = t.Root();
     clsSearchFiles s;
-    struct Case {
-        const char* name;
-        SearchFilesCollection result;
-        Names expected;
-    };
+    struct Case { const char* name; SearchFilesCollection result; Names expected; };
     const Case cases[] = {
         {"flat, all", s.SearchInPath(root), {"a.txt", "B.TXT", "c.dat", "noext", "sub1", "sub2"}},
         {"flat, files", s.SearchInPath(root, esfw_only_files), {"a.txt", "B.TXT", "c.dat", "noext"}},
@@ -275,9 +271,6 @@ TEST(clsSearchFiles, EntryRecordsAndTheirMembers) {
     EXPECT_TRUE(info.IsFile());
     EXPECT_FALSE(info.IsDirectory());
     EXPECT_FALSE(info.IsReadOnly());
-    EXPECT_FALSE(info.IsSystem());
-    EXPECT_FALSE(info.IsCompressed());
-    EXPECT_FALSE(info.IsEncrypted());
     int32_t day = 0, month = 0, yearOut = 0, hour = 0, minute = 0, second = 0, ms = -1, dow = 0;
     info.GetUTCFileDate(esfid_lastwrite, day, month, yearOut, &hour, &minute, &second, &ms, &dow);
     EXPECT_EQ((std::vector<int32_t>{yearOut, month, day, hour, minute, second, ms, dow}),

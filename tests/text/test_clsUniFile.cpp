@@ -358,10 +358,7 @@ TEST(clsUniFile, NumbersAreLittleEndianWithTheirQuirks) {
     EXPECT_FALSE(no);
     EXPECT_EQ(d, 2);
     EXPECT_FALSE(two);
-    struct Case {
-        bool ok;
-        int32_t value;
-    };
+    struct Case { bool ok; int32_t value; };
     const Case doubles[] = {{true, 2}, {true, 4}, {true, -2}, {false, 77}, {true, 2147483647}};
     for (const Case& c : doubles) {
         d = 77;
@@ -392,43 +389,39 @@ TEST(clsUniFile, LengthPrefixedStrings) {
         cases[2].bytes = {5, 0, 0, 0, 0xC3, 0xA9, 0xE2, 0x82, 0xAC};
         cases.push_back({u"\u00E9", fe_ANSI, {1, 0, 0, 0, 0xE9}});
     }
+    for (const Case& c : cases) {
+        {
+            clsUniFile f;
+            ASSERT_TRUE(f.OpenFileWrite(path));
+            EXPECT_TRUE(f.WriteNumCharsAndString(c.text, c.enc)) << Utf8(c.text);
+        }
+        if (!c.bytes.empty()) {
+            EXPECT_EQ(TempDir::ReadBytes(path), c.bytes) << Utf8(c.text);
+        }
+        clsUniFile f;
+        ASSERT_TRUE(f.OpenFileRead(path));
+        std::u16string s = u"old";
+        EXPECT_TRUE(f.ReadNumCharsAndString(s, c.enc));
+        EXPECT_EQ(s, c.text);
+        EXPECT_EQ(f.GetFilePos(), f.LOF()) << Utf8(c.text);
+    }
     {
         clsUniFile f;
         ASSERT_TRUE(f.OpenFileWrite(path));
-        for (const Case& c : cases) EXPECT_TRUE(f.WriteNumCharsAndString(c.text, c.enc)) << Utf8(c.text);
         // An empty string writes its count and says false; an unknown encoding writes nothing.
         EXPECT_FALSE(f.WriteNumCharsAndString(u"", fe_UTF8));
         EXPECT_FALSE(f.WriteNumCharsAndString(u"lost", 7));
         // A count far beyond the file's end.
         EXPECT_TRUE(f.WriteLong(0x7FFFFFFF));
     }
-    const std::vector<uint8_t> disk = TempDir::ReadBytes(path);
-    size_t at = 0;
+    EXPECT_EQ(TempDir::ReadBytes(path), (std::vector<uint8_t>{0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0x7F}));
     clsUniFile f;
     ASSERT_TRUE(f.OpenFileRead(path));
-    for (const Case& c : cases) {
-        const int64_t start = f.GetFilePos();
+    for (const int32_t enc : {fe_UTF8, fe_UTF16LE}) {
         std::u16string s = u"old";
-        EXPECT_TRUE(f.ReadNumCharsAndString(s, c.enc));
-        EXPECT_EQ(s, c.text);
-        const size_t length = static_cast<size_t>(f.GetFilePos() - start);
-        if (!c.bytes.empty()) {
-            EXPECT_EQ(std::vector<uint8_t>(disk.begin() + static_cast<std::ptrdiff_t>(at),
-                                           disk.begin() + static_cast<std::ptrdiff_t>(at + length)),
-                      c.bytes)
-                << Utf8(c.text);
-        }
-        at += length;
+        EXPECT_FALSE(f.ReadNumCharsAndString(s, enc));
+        EXPECT_EQ(s, u"");
     }
-    std::u16string s = u"old";
-    EXPECT_FALSE(f.ReadNumCharsAndString(s, fe_UTF8));
-    EXPECT_EQ(s, u"");
-    EXPECT_EQ(std::vector<uint8_t>(disk.begin() + static_cast<std::ptrdiff_t>(at),
-                                   disk.begin() + static_cast<std::ptrdiff_t>(at + 4)),
-              std::vector<uint8_t>(4, 0));
-    s = u"old";
-    EXPECT_FALSE(f.ReadNumCharsAndString(s, fe_UTF16LE));
-    EXPECT_EQ(s, u"");
 }
 
 TEST(clsUniFile, LineEndsInEveryEncoding) {
@@ -559,12 +552,7 @@ TEST(clsUniFile, MixedScriptLinesRoundTripInEachEncoding) {
 
 TEST(clsUniFile, ByteOrderMarks) {
     TempDir dir;
-    struct Case {
-        const char* name;
-        std::vector<uint8_t> content;
-        eFileEncoding enc;
-        int64_t position;
-    };
+    struct Case { const char* name; std::vector<uint8_t> content; eFileEncoding enc; int64_t position; };
     const Case cases[] = {
         {"UTF-16 mark", {255, 254, 'a', 0}, fe_UTF16LE, 2},
         {"255 and anything", {255, 0, 'a', 0}, fe_UTF16LE, 2},
@@ -584,10 +572,7 @@ TEST(clsUniFile, ByteOrderMarks) {
         EXPECT_EQ(f.ReadBOM(), c.enc) << c.name;
         EXPECT_EQ(f.GetFilePos(), c.position) << c.name;
     }
-    struct Mark {
-        int32_t enc;
-        std::vector<uint8_t> bytes;
-    };
+    struct Mark { int32_t enc; std::vector<uint8_t> bytes; };
     const Mark marks[] = {{fe_ANSI, {}}, {fe_UTF16LE, {255, 254}}, {fe_UTF8, {239, 187, 191}}};
     for (const Mark& m : marks) {
         const std::u16string path = dir.File(u"written.bin");

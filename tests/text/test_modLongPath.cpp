@@ -14,10 +14,7 @@ using testsupport::Utf8;
 TEST(modLongPath, MakeLongPathPrefixesAllButUncAndPrefixedPaths) {
     // Every host these tests run on reports a system of class 7 or above.
     ASSERT_GE(GetWindowsVersion(), ctl_ewt_WinNt4);
-    struct Case {
-        std::u16string in;
-        std::u16string out;
-    };
+    struct Case { std::u16string in; std::u16string out; };
     const Case cases[] = {
         {u"c:\\a", u"\\\\?\\c:\\a"},
         {u"\\\\server\\share", u"\\\\server\\share"},
@@ -31,11 +28,7 @@ TEST(modLongPath, MakeLongPathPrefixesAllButUncAndPrefixedPaths) {
 }
 
 TEST(modLongPath, FilePathTakesTheFolderPart) {
-    struct Case {
-        std::u16string in;
-        std::u16string noSlash;
-        std::u16string withSlash;
-    };
+    struct Case { std::u16string in; std::u16string noSlash; std::u16string withSlash; };
     const Case cases[] = {
         {u"c:\\a\\b.txt", u"c:\\a", u"c:\\a\\"},
         {u"b.txt", u"", u""},
@@ -56,11 +49,7 @@ TEST(modLongPath, FilePathTakesTheFolderPart) {
 }
 
 TEST(modLongPath, Utf8FileDecoderFollowsItsOwnLeadByteTable) {
-    struct Case {
-        const char* name;
-        std::vector<uint8_t> in;
-        std::u16string out;
-    };
+    struct Case { const char* name; std::vector<uint8_t> in; std::u16string out; };
     const Case cases[] = {
         {"empty", {}, u""},
         {"ascii", {65, 66}, u"AB"},
