@@ -57,32 +57,37 @@ inline uint8_t* putCodeUnit(uint8_t* out, uint32_t c) noexcept {
 
 }  // namespace
 
+void AppendUTF8Bytes(std::vector<uint8_t>& out, const std::u16string& text) {
+    const size_t start = out.size();
+    out.resize(start + text.size() * 3);
+    const char16_t* in = text.data();
+    const char16_t* const end = in + text.size();
+    uint8_t* const begin = out.data() + start;
+    uint8_t* next = begin;
+    while (in < end) {
+        if (end - in >= 4 && fourAsciiUnits(in)) {
+            next[0] = static_cast<uint8_t>(in[0]);
+            next[1] = static_cast<uint8_t>(in[1]);
+            next[2] = static_cast<uint8_t>(in[2]);
+            next[3] = static_cast<uint8_t>(in[3]);
+            in += 4;
+            next += 4;
+            continue;
+        }
+        next = putCodeUnit(next, *in++);
+    }
+    out.resize(start + static_cast<size_t>(next - begin));
+}
+
 std::vector<uint8_t> StringToUTF8Bytes(const std::u16string& text) {
     // Like every step of the transport layer, a failure to allocate gives an empty result rather
     // than an error.
     std::vector<uint8_t> bytes;
     try {
-        bytes.resize(text.size() * 3);
+        AppendUTF8Bytes(bytes, text);
     } catch (const std::bad_alloc&) {
         return std::vector<uint8_t>();
     }
-    const char16_t* in = text.data();
-    const char16_t* const end = in + text.size();
-    uint8_t* const begin = bytes.data();
-    uint8_t* out = begin;
-    while (in < end) {
-        if (end - in >= 4 && fourAsciiUnits(in)) {
-            out[0] = static_cast<uint8_t>(in[0]);
-            out[1] = static_cast<uint8_t>(in[1]);
-            out[2] = static_cast<uint8_t>(in[2]);
-            out[3] = static_cast<uint8_t>(in[3]);
-            in += 4;
-            out += 4;
-            continue;
-        }
-        out = putCodeUnit(out, *in++);
-    }
-    bytes.resize(static_cast<size_t>(out - begin));
     return bytes;
 }
 

@@ -37,6 +37,8 @@ std::u16string ChrW(int32_t l);
 
 // Each code unit on its own as one, two or three bytes; surrogates are not paired.
 std::vector<uint8_t> StringToUTF8Bytes(const std::u16string& text);
+// The same bytes appended to `out`, for writers that reuse one buffer.
+void AppendUTF8Bytes(std::vector<uint8_t>& out, const std::u16string& text);
 
 // Decodes by the lead byte alone; a sequence cut by the end of the input ends the result.
 std::u16string UTF8BytesToString(std::span<const uint8_t> bytes);

@@ -34,22 +34,6 @@ const AnsiByteTable& ansiBytes() {
     return table;
 }
 
-// StringToUTF8Bytes of the string core: every code unit alone, surrogates as three bytes each.
-void appendUtf8(std::vector<uint8_t>& out, const std::u16string& text) {
-    for (const char16_t c : text) {
-        if (c < 0x80) {
-            out.push_back(static_cast<uint8_t>(c));
-        } else if (c < 0x800) {
-            out.push_back(static_cast<uint8_t>(0xC0 | (c >> 6)));
-            out.push_back(static_cast<uint8_t>(0x80 | (c & 0x3F)));
-        } else {
-            out.push_back(static_cast<uint8_t>(0xE0 | (c >> 12)));
-            out.push_back(static_cast<uint8_t>(0x80 | ((c >> 6) & 0x3F)));
-            out.push_back(static_cast<uint8_t>(0x80 | (c & 0x3F)));
-        }
-    }
-}
-
 void appendUtf16Image(std::vector<uint8_t>& out, const std::u16string& text) {
     for (const char16_t c : text) {
         out.push_back(static_cast<uint8_t>(c & 0xFF));
@@ -466,7 +450,7 @@ bool clsUniFile::WriteUTF8Line(const std::u16string& s) {
     // The transport form through code page 1252 and back is the identity on bytes (the page maps
     // all 256 bytes one to one), so the UTF-8 bytes are written straight.
     m_scratch.clear();
-    appendUtf8(m_scratch, s);
+    AppendUTF8Bytes(m_scratch, s);
     m_scratch.push_back(13);
     m_scratch.push_back(10);
     if (m_scratch.size() > static_cast<size_t>(std::numeric_limits<int32_t>::max())) return false;
