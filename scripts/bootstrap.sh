@@ -20,20 +20,29 @@ check xauth xauth
 # libFuzzer and the sanitizer runtimes for clang
 ls /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a >/dev/null 2>&1 || need+=(libclang-rt-14-dev)
 # Faces for the gallery's Devanagari, CJK and emoji captions (GDI draws emoji in one colour only).
-command -v fc-list >/dev/null 2>&1 || need+=(fontconfig)
-font() { fc-list -q "$1" 2>/dev/null || need+=("$2"); }
+# They are optional: installed apart, so that a missing font package never blocks the toolchain.
+fonts=()
+command -v fc-list >/dev/null 2>&1 || fonts+=(fontconfig)
+font() { fc-list -q "$1" 2>/dev/null || fonts+=("$2"); }
 font "Lohit Devanagari" fonts-lohit-deva
 font "WenQuanYi Micro Hei" fonts-wqy-microhei
 font "Symbola" fonts-symbola
 
-[ ${#need[@]} -eq 0 ] && exit 0
+[ ${#need[@]} -eq 0 ] && [ ${#fonts[@]} -eq 0 ] && exit 0
 
-echo "bootstrap: installing ${need[*]}" >&2
+echo "bootstrap: installing ${need[*]} ${fonts[*]}" >&2
 SUDO=""
 [ "$(id -u)" -eq 0 ] || SUDO="sudo"
 # A failed index that the install does not need is common here: judge by the tools afterwards.
 $SUDO apt-get update -qq >/dev/null 2>&1 || true
-DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "${need[@]}" >/dev/null 2>&1 || true
+install() { DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "$@" >/dev/null 2>&1; }
+if [ ${#need[@]} -ne 0 ] && ! install "${need[@]}"; then
+  # One unavailable package fails the whole transaction: retry one by one.
+  for package in "${need[@]}"; do install "$package" || true; done
+fi
+if [ ${#fonts[@]} -ne 0 ]; then
+  install "${fonts[@]}" || echo "bootstrap: some gallery fonts could not be installed (${fonts[*]})" >&2
+fi
 
 missing=()
 for t in cmake ninja clang++ x86_64-w64-mingw32-g++-posix i686-w64-mingw32-g++-posix wine xvfb-run; do
