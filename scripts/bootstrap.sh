@@ -15,6 +15,7 @@ check x86_64-w64-mingw32-widl mingw-w64-tools
 check wine wine
 check xvfb-run xvfb
 check xauth xauth
+check python3 python3
 [ -d /usr/src/googletest ] || need+=(googletest)
 [ -x /usr/lib/wine/wine64 ] || need+=(wine64)
 # libFuzzer and the sanitizer runtimes for clang
