@@ -102,6 +102,9 @@ class Param:
         self.type = Type(type_text, classes, enums)
         if self.type.is_record and not self.byref:
             raise DescriptionError(f"record parameter '{self.name}' must be ref")
+        if self.default is not None and self.type.tag == "Currency":
+            # widl writes no value for it, and the platform then cannot read the member at all.
+            raise DescriptionError(f"currency parameter '{self.name}' cannot have a default")
 
     def idl(self):
         attrs = ["in, out" if self.byref else "in"]
@@ -123,6 +126,11 @@ class Member:
     def __init__(self, kind, name, params, result, call, flags, classes, enums):
         self.kind, self.name, self.call, self.flags = kind, name, call, flags
         self.params = [Param(p, classes, enums) for p in params] if params else []
+        # A required parameter after an optional one makes a function the platform cannot read.
+        for before, after in zip(self.params, self.params[1:]):
+            if (before.default is not None or before.optional_variant) and \
+                    after.default is None and not after.optional_variant:
+                raise DescriptionError(f"parameter '{after.name}' needs a default after an optional one")
         self.result = Type(result, classes, enums) if result else None
         self.dispid = None
 
@@ -320,6 +328,11 @@ def write_idl(classes, enums, out):
     write(out, "\n".join(lines) + "\n")
 
 
+def spaced_names(enums):
+    """(placeholder, published name, value) of every enumeration member whose name has a blank."""
+    return [(placeholder(n), n, v) for e in enums.values() for n, v in e.values if " " in n]
+
+
 def placeholder(name):
     # widl cannot write blanks in a name: a blank becomes "_" here, and the build puts the blank
     # back into the compiled library (the same length, so no offset moves).
@@ -411,11 +424,10 @@ def write_interfaces(classes, enums, out):
         "#pragma once", "", "#include <memory>", "", '#include "com/ComPrerequisites.h"', "", "namespace tc::com {", "",
         f"inline constexpr GUID LIBID_{LIBRARY} = {guid_init(guid('library', LIBRARY))};",
         "", "// Published enumeration members with their blanks, for the build step that puts them back.",
-        "struct PublishedEnumName { const wchar_t* idlName; const wchar_t* name; };",
+        "struct PublishedEnumName { const wchar_t* idlName; const wchar_t* name; long value; };",
         "inline constexpr PublishedEnumName kPublishedEnumNames[] = {",
     ]
-    spaced = [(placeholder(n), n) for e in enums.values() for n, _ in e.values if " " in n]
-    lines += [f'    {{L"{a}", L"{b}"}},' for a, b in spaced] or ['    {nullptr, nullptr},']
+    lines += [f'    {{L"{a}", L"{b}", {v}}},' for a, b, v in spaced_names(enums)] or ['    {nullptr, nullptr, 0},']
     lines += ["};", ""]
     for cls in classes:
         lines.append(f"struct {cls.interface};")
@@ -612,6 +624,7 @@ def main(argv):
     for cls in classes:
         write_adapter(cls, outdir)
     write_table(classes, os.path.join(outdir, "ComClassTable.cpp"))
+    write(os.path.join(outdir, "PublishedEnumNames.txt"), "".join(f"{a}\t{b}\n" for a, b, _ in spaced_names(enums)))
     return 0
 
 
