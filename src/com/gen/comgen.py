@@ -102,9 +102,6 @@ class Param:
         self.type = Type(type_text, classes, enums)
         if self.type.is_record and not self.byref:
             raise DescriptionError(f"record parameter '{self.name}' must be ref")
-        if self.default is not None and self.type.tag == "Currency":
-            # widl writes no value for it, and the platform then cannot read the member at all.
-            raise DescriptionError(f"currency parameter '{self.name}' cannot have a default")
 
     def idl(self):
         attrs = ["in, out" if self.byref else "in"]
@@ -331,6 +328,27 @@ def write_idl(classes, enums, out):
 def spaced_names(enums):
     """(placeholder, published name, value) of every enumeration member whose name has a blank."""
     return [(placeholder(n), n, v) for e in enums.values() for n, v in e.values if " " in n]
+
+
+# widl writes no 8-byte default value (the platform then cannot read the member): the build writes
+# these after widl. VT_I8 is a handle on x64; on x86 a handle is 4 bytes and widl writes it.
+WIDE_DEFAULT_TYPES = {"Handle": 20, "Currency": 6}
+
+
+def wide_defaults(classes):
+    """(interface, member, parameter, VARTYPE, 64-bit value) of every 8-byte default value."""
+    rows = []
+    for cls in classes:
+        for m in cls.members:
+            for p in m.params:
+                if p.default is None or p.type.tag not in WIDE_DEFAULT_TYPES:
+                    continue
+                try:
+                    value = int(p.default, 0) if p.type.tag == "Handle" else round(float(p.default) * 10000)
+                except ValueError:
+                    raise DescriptionError(f"{cls.name}.{m.name}: default of '{p.name}' must be a number") from None
+                rows.append((cls.interface, m.name, p.name, WIDE_DEFAULT_TYPES[p.type.tag], value))
+    return rows
 
 
 def placeholder(name):
@@ -625,6 +643,12 @@ def main(argv):
         write_adapter(cls, outdir)
     write_table(classes, os.path.join(outdir, "ComClassTable.cpp"))
     write(os.path.join(outdir, "PublishedEnumNames.txt"), "".join(f"{a}\t{b}\n" for a, b, _ in spaced_names(enums)))
+    try:
+        defaults = wide_defaults(classes)
+    except DescriptionError as error:
+        sys.stderr.write(f"comgen: {error}\n")
+        return 1
+    write(os.path.join(outdir, "TypeLibDefaults.txt"), "".join("\t".join(map(str, row)) + "\n" for row in defaults))
     return 0
 
 
