@@ -223,9 +223,33 @@ struct ComRefSelect {
 };
 template <> struct ComRefSelect<comtype::Rect> { using type = ComRecordRef<CTL_RECT>; };
 template <> struct ComRefSelect<comtype::Point> { using type = ComRecordRef<CTL_POINTAPI>; };
+// A by-reference VARIANT is worked on in place too: a copy of its contents would be freed twice.
+template <> struct ComRefSelect<comtype::Variant> { using type = ComRecordRef<VARIANT>; };
 
 template <class Tag>
 using ComRef = typename ComRefSelect<Tag>::type;
+
+// An optional [in, out] argument: Wine's dispatch passes no pointer when the caller leaves it out,
+// and the member then works on a local that holds the default.
+template <class Tag>
+class ComOptionalRef {
+    using Wire = typename WireOf<Tag>::type;
+
+public:
+    ComOptionalRef(Wire* wire, Wire fallback) : m_local(fallback), m_ref(wire ? wire : &m_local), value(m_ref.value) {}
+    // Points into itself: a copy would write through the original's local.
+    ComOptionalRef(const ComOptionalRef&) = delete;
+    ComOptionalRef& operator=(const ComOptionalRef&) = delete;
+    ~ComOptionalRef() { ReleaseWire<Tag>(m_local); }
+    void Commit() { m_ref.Commit(); }
+
+private:
+    Wire m_local;
+    ComRef<Tag> m_ref;
+
+public:
+    decltype(m_ref.value)& value;
+};
 
 // ---- VARIANT forms, for dispatch by hand and for events ----
 template <class Tag>

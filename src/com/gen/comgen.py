@@ -387,7 +387,11 @@ def arg_locals(member):
     lines, names = [], {}
     for p in member.params:
         local = f"a_{p.name}"
-        if p.byref:
+        if p.byref and p.default is not None:
+            # An omitted optional [in, out] argument may arrive as no pointer at all.
+            lines.append(f"ComOptionalRef<comtype::{p.type.tag}> {local}({p.name}, {p.default});")
+            names[p.name] = f"{local}.value"
+        elif p.byref:
             lines.append(f"ComRef<comtype::{p.type.tag}> {local}({p.name});")
             names[p.name] = f"{local}.value"
         else:
