@@ -83,7 +83,8 @@ TEST(ComFileIni, ProfileCallsKeepUnicodeAndListSections) {
     ASSERT_TRUE(ini);
     const std::wstring path = folder.Path(L"profile.ini");
     EXPECT_EQ(S_OK, Put(ini.get(), L"IniFile", Var(path.c_str())).hr);
-    EXPECT_EQ(S_OK, Call(ini.get(), L"WriteString", {L"Sec", L"key", L"\u0395\u03BB\u03BB\u03B7\u03BD\u03B9\u03BA\u03AC"}).hr);
+    const wchar_t* greek = L"\u0395\u03BB\u03BB\u03B7\u03BD\u03B9\u03BA\u03AC";
+    EXPECT_EQ(S_OK, Call(ini.get(), L"WriteString", {L"Sec", L"key", greek}).hr);
     EXPECT_EQ(S_OK, Call(ini.get(), L"WriteBool", {L"Sec", L"flag", Var(true)}).hr);
     EXPECT_EQ("\xFF\xFE", FileBytes(path).substr(0, 2));
     EXPECT_EQ(u"\u0395\u03BB\u03BB\u03B7\u03BD\u03B9\u03BA\u03AC",

@@ -163,7 +163,8 @@ TEST(ComSearchFiles, ResultsAreCollectionsOfEntriesFlatOrAsATree) {
     FILETIME written{};
     ASSERT_TRUE(::SystemTimeToFileTime(&set, &written));
     {
-        const HANDLE handle = ::CreateFileW(aPath.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        const HANDLE handle =
+            ::CreateFileW(aPath.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr);
         ASSERT_NE(INVALID_HANDLE_VALUE, handle);
         EXPECT_TRUE(::SetFileTime(handle, nullptr, nullptr, &written));
         ::CloseHandle(handle);
@@ -220,6 +221,65 @@ TEST(ComSearchFiles, ResultsAreCollectionsOfEntriesFlatOrAsATree) {
         }
     }
     EXPECT_EQ(1, foldersSeen);
+}
+
+// What the window handler of the asynchronous search test saw.
+struct DuringWalk {
+    IDispatch* search = nullptr;
+    std::wstring folder;
+    int handled = 0;
+    VARIANT_BOOL searching = VARIANT_FALSE;
+    int32_t nestedCount = -1;
+};
+DuringWalk g_duringWalk;
+
+LRESULT CALLBACK StopSearchProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_APP) return ::DefWindowProcW(window, message, wParam, lParam);
+    ++g_duringWalk.handled;
+    g_duringWalk.searching = Call(g_duringWalk.search, L"IsSearching").value.v.boolVal;
+    const CallResult nested = Call(g_duringWalk.search, L"SearchInPath", {g_duringWalk.folder.c_str()});
+    if (DispatchOf(nested.value)) g_duringWalk.nestedCount = CountOf(DispatchOf(nested.value));
+    Call(g_duringWalk.search, L"StopSearch");
+    return 0;
+}
+
+TEST(ComSearchFiles, AnAsynchronousWalkRunsTheHostsMessagesWhichMayStopIt) {
+    OleSession ole;
+    ScratchFolder folder(L"tc_com_async");
+    folder.WriteFile(L"a.txt", "a");
+    ASSERT_TRUE(::CreateDirectoryW(folder.Path(L"sub").c_str(), nullptr));
+    folder.WriteFile(L"sub\\b.txt", "b");
+    ComPtr<IDispatch> search = Server::Instance().Create(CLSID_clsSearchFiles);
+    ASSERT_TRUE(search);
+
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = StopSearchProc;
+    windowClass.hInstance = ::GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = L"TcComAsyncSearchTest";
+    ::RegisterClassW(&windowClass);
+    const HWND window = ::CreateWindowExW(0, windowClass.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                          windowClass.hInstance, nullptr);
+    ASSERT_TRUE(window);
+    g_duringWalk = DuringWalk{search.get(), folder.Path()};
+
+    // With a message waiting, the walk's first yield runs the handler, which stops it.
+    ::PostMessageW(window, WM_APP, 0, 0);
+    const std::vector<Var> recursiveAsync{folder.Path().c_str(), Var(int32_t{0}), Var(true), Var(true)};
+    const CallResult stopped = Call(search.get(), L"SearchInPath", recursiveAsync);
+    ASSERT_TRUE(DispatchOf(stopped.value));
+    EXPECT_EQ(1, g_duringWalk.handled);
+    EXPECT_EQ(VARIANT_TRUE, g_duringWalk.searching);
+    // A second search during the walk is answered with nothing.
+    EXPECT_EQ(0, g_duringWalk.nestedCount);
+    EXPECT_EQ(0, CountOf(DispatchOf(stopped.value)));
+
+    // With nothing waiting the same walk runs to its end, and the object is idle again.
+    const CallResult whole = Call(search.get(), L"SearchInPath", recursiveAsync);
+    ASSERT_TRUE(DispatchOf(whole.value));
+    EXPECT_EQ((std::vector<std::u16string>{u"a.txt", u"b.txt", u"sub"}), Sorted(NamesOf(DispatchOf(whole.value))));
+    EXPECT_EQ(VARIANT_FALSE, Call(search.get(), L"IsSearching").value.v.boolVal);
+    ::DestroyWindow(window);
+    ::UnregisterClassW(windowClass.lpszClassName, windowClass.hInstance);
 }
 
 }  // namespace
