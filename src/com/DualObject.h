@@ -113,16 +113,19 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* out) override {
         if (!out) return E_POINTER;
-        if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || !Traits::events) {
+        const GUID* events = Traits::events;
+        if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || events == nullptr) {
             *out = GUID_NULL;
             return E_INVALIDARG;
         }
-        *out = *Traits::events;
+        *out = *events;
         return S_OK;
     }
 
 protected:
     ObjectType& Object() const noexcept { return *m_object; }
+    // Controls make their object once their surface exists, and drop it before the surface goes.
+    void SetObject(std::shared_ptr<ObjectType> object) noexcept { m_object = std::move(object); }
 
     // Runs one member: a library error becomes its HRESULT with error info, nothing escapes.
     template <class F>

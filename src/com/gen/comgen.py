@@ -79,6 +79,7 @@ class Type:
             self.idl, self.tag, self.wire = text, "Enum", "LONG"
         elif text in classes:
             cls = classes[text]
+            self.cls = cls
             self.idl = f"{cls.interface}*"
             self.tag = f"Obj_{cls.name}"
             self.wire = f"{cls.interface}*"
@@ -142,6 +143,11 @@ class ComClass:
         self.headers, self.members, self.events = [], [], []
         self.cpp = name
         self.events_cpp = None
+        # The C++ type a control's event hands over for an object of this class (a view that
+        # lives for one event), e.g. SurfaceDataObject for the data object of the drag events.
+        self.event_arg = None
+        # Controls drawn into an AutoRedraw surface.
+        self.autoredraw = False
         self.base = None
         self.help = ""
 
@@ -215,6 +221,10 @@ def parse(paths):
                     current.cpp = line.split(None, 1)[1].strip()
                 elif words[0] == "events_cpp":
                     current.events_cpp = words[1]
+                elif words[0] == "event_arg":
+                    current.event_arg = words[1]
+                elif words[0] == "autoredraw":
+                    current.autoredraw = True
                 elif words[0] == "base":
                     current.base = words[1]
                 elif words[0] == "help":
@@ -306,7 +316,7 @@ def write_idl(classes, enums, out):
                 lines.append(f"        [{', '.join(attrs)}] HRESULT {member.name}({', '.join(params)});")
         lines.append("    }")
         if cls.events:
-            lines += [f"    [uuid({guid('events', cls.event_interface)}), nonextensible]",
+            lines += [f"    [uuid({guid('events', cls.event_interface)})]",
                       f"    dispinterface {cls.event_interface}", "    {", "    properties:", "    methods:"]
             for ev in cls.events:
                 lines.append(f"        [id({ev.dispid})] void {ev.name}({', '.join(p.idl() for p in ev.params)});")
@@ -503,6 +513,7 @@ def write_adapter(cls, outdir):
               f"    static constexpr const GUID* events = {('&DIID_' + cls.event_interface) if cls.events else 'nullptr'};",
               f"    static constexpr const wchar_t* name = L\"{cls.name}\";",
               f"    static constexpr const wchar_t* source = L\"{cls.name}\";",
+              f"    static constexpr bool autoRedraw = {str(cls.autoredraw).lower()};",
               f"    static constexpr DISPID recordMembers[] = {{{', '.join(str(m.dispid) for m in cls.members if m.has_record) or '0'}}};"]
     if cls.events:
         lines.append(f"    using EventForwarder = {cls.name}EventForwarder;")
@@ -524,9 +535,13 @@ def write_adapter(cls, outdir):
               f"{str(cls.creatable).lower()}, {str(cls.kind == 'control').lower()}, "
               f"&CreateInstance<{cls.adapter}>}};",
               "    return entry;", "}", "",
-              f"HRESULT comtype::Obj_{cls.name}::Wrap(std::shared_ptr<Cpp> object, Interface** out) {{",
-              f"    return WrapExisting<{cls.adapter}>(std::move(object), out);",
-              "}", "",
+              f"HRESULT comtype::Obj_{cls.name}::Wrap(std::shared_ptr<Cpp> object, Interface** out) {{"]
+    if cls.kind == "control":
+        # A control lives on the surface its adapter made: a C++ control has no COM face of its own.
+        lines += ["    (void)object;", "    if (out) *out = nullptr;", "    return E_NOTIMPL;"]
+    else:
+        lines.append(f"    return WrapExisting<{cls.adapter}>(std::move(object), out);")
+    lines += ["}", "",
               f"std::shared_ptr<{cls.cpp}> comtype::Obj_{cls.name}::Unwrap(Interface* itf) {{",
               f"    return UnwrapExisting<{cls.adapter}>(itf);",
               "}", "", "}  // namespace tc::com", ""]
@@ -578,15 +593,27 @@ def write_event_forwarder(cls):
         params = ", ".join(f"{cpp_event_type(p)} {p.name}" for p in ev.params)
         lines.append(f"    void {ev.name}({params}) override {{")
         lines.append(f"        EventArgs args({len(ev.params)});")
+        views = []
         # Arguments go in reverse order, as in every dispatch call.
         for i, p in enumerate(ev.params):
             slot = len(ev.params) - 1 - i
+            if p.type.tag.startswith("Obj_"):
+                # The object is a view of the C++ argument for this one event: it is cut off after
+                # it, so a handler that keeps it cannot reach the gone argument.
+                cpp = p.type.cls.cpp
+                lines += [f"        auto v_{p.name} = std::make_shared<{cpp}>({p.name});",
+                          f"        ComPtr<{p.type.cls.interface}> d_{p.name};",
+                          f"        comtype::{p.type.tag}::Wrap(v_{p.name}, d_{p.name}.put());",
+                          f"        args.Object({slot}, d_{p.name}.get());"]
+                views.append(p.name)
+                continue
             verb = "Ref" if p.byref else "Val"
             lines.append(f"        args.{verb}<comtype::{p.type.tag}>({slot}, {p.name});")
         lines.append(f"        m_source.Fire({ev.dispid}, args);")
+        lines += [f"        v_{name}->Detach();" for name in views]
         if any(p.byref for p in ev.params):
             for i, p in enumerate(ev.params):
-                if p.byref:
+                if p.byref and not p.type.tag.startswith("Obj_"):
                     lines.append(f"        args.Back<comtype::{p.type.tag}>({len(ev.params) - 1 - i}, {p.name});")
         lines.append("    }")
     lines += ["", "private:", "    EventSource& m_source;", "};", ""]
@@ -600,8 +627,10 @@ CPP_EVENT_TYPES = {"Bool": "bool", "Short": "int16_t", "Long": "int32_t", "Singl
 
 def cpp_event_type(p):
     tag = p.type.tag
-    if tag == "Dispatch":
-        return "SurfaceDataObject&"
+    if tag.startswith("Obj_"):
+        if not p.type.cls.event_arg:
+            raise DescriptionError(f"class {p.type.text} needs 'event_arg' to be an event argument")
+        return f"{p.type.cls.event_arg}&"
     base = CPP_EVENT_TYPES.get(tag)
     if base is None:
         raise DescriptionError(f"event parameter type {p.type.text} has no C++ form")
