@@ -96,6 +96,28 @@ TEST(ComUniFile, BytesNumbersAndPositionsCrossAsArraysAndCurrency) {
     EXPECT_EQ(S_OK, Call(file.get(), L"CloseFile").hr);
     ExpectCurrency(9, Call(file.get(), L"st_FileLen", {path.c_str()}), "st_FileLen");
 
+    // Raw memory by address: the caller's own buffers, in its own process.
+    const auto address = [](void* at) {
+        Var v;
+        v.v.vt = sizeof(void*) == 8 ? VT_I8 : VT_I4;
+        if constexpr (sizeof(void*) == 8) {
+            v.v.llVal = reinterpret_cast<LONGLONG>(at);
+        } else {
+            v.v.lVal = static_cast<LONG>(reinterpret_cast<LONG_PTR>(at));
+        }
+        return v;
+    };
+    const std::wstring raw = folder.Path(L"raw.bin");
+    char source[] = "raw bytes";
+    ExpectTrue(Call(file.get(), L"OpenFileWrite", {raw.c_str()}), "open for WriteAny");
+    ExpectTrue(Call(file.get(), L"WriteAny", {address(source), Var(int32_t{9})}), "WriteAny");
+    EXPECT_EQ(S_OK, Call(file.get(), L"CloseFile").hr);
+    char target[10] = {};
+    ExpectTrue(Call(file.get(), L"OpenFileRead", {raw.c_str()}), "open for ReadAny");
+    ExpectTrue(Call(file.get(), L"ReadAny", {address(target), Var(int32_t{8})}), "ReadAny");
+    EXPECT_STREQ("raw byte", target);
+    EXPECT_EQ(S_OK, Call(file.get(), L"CloseFile").hr);
+
     // Positions beyond 4 GiB: a sparse file with one byte behind a hole of 5 GiB.
     const std::wstring big = folder.Path(L"big.bin");
     ExpectTrue(Call(file.get(), L"OpenFileWrite", {big.c_str()}), "open the big file");
