@@ -72,6 +72,9 @@ public:
     CtlString GetText() const override;
     void SetText(const CtlString& text) override;
     void Clear() override;
+    // The platform's object behind the view, for hosts that read formats beyond text. No
+    // reference is added: it lives as long as the view.
+    IDataObject* Platform() const noexcept { return m_data; }
 
 private:
     IDataObject* m_data;

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include <shlobj.h>
+
 namespace comtest {
 
 namespace {
@@ -177,15 +179,34 @@ HRESULT TextDataObject::QueryInterface(REFIID riid, void** ppv) {
 }
 
 HRESULT TextDataObject::QueryGetData(FORMATETC* format) {
-    return format && format->cfFormat == CF_UNICODETEXT && (format->tymed & TYMED_HGLOBAL) ? S_OK : DV_E_FORMATETC;
+    if (!format || !(format->tymed & TYMED_HGLOBAL)) return DV_E_FORMATETC;
+    return format->cfFormat == CF_UNICODETEXT || (format->cfFormat == CF_HDROP && !m_files.empty()) ? S_OK
+                                                                                                     : DV_E_FORMATETC;
 }
 
 HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) {
     if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
-    const size_t bytes = (m_text.size() + 1) * sizeof(char16_t);
-    HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes);
+    // Text, or a wide file list: the header, each name with its zero, and a closing zero.
+    std::vector<uint8_t> content;
+    if (format->cfFormat == CF_HDROP) {
+        DROPFILES header{};
+        header.pFiles = sizeof(header);
+        header.fWide = TRUE;
+        content.resize(sizeof(header));
+        std::memcpy(content.data(), &header, sizeof(header));
+        for (const std::u16string& name : m_files) {
+            const auto* bytes = reinterpret_cast<const uint8_t*>(name.c_str());
+            content.insert(content.end(), bytes, bytes + (name.size() + 1) * sizeof(char16_t));
+        }
+        content.push_back(0);
+        content.push_back(0);
+    } else {
+        const auto* bytes = reinterpret_cast<const uint8_t*>(m_text.c_str());
+        content.assign(bytes, bytes + (m_text.size() + 1) * sizeof(char16_t));
+    }
+    HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, content.size());
     if (!memory) return E_OUTOFMEMORY;
-    std::memcpy(::GlobalLock(memory), m_text.c_str(), bytes);
+    std::memcpy(::GlobalLock(memory), content.data(), content.size());
     ::GlobalUnlock(memory);
     medium->tymed = TYMED_HGLOBAL;
     medium->hGlobal = memory;

@@ -111,10 +111,11 @@ public:
     std::map<std::u16string, VARIANT> values;
 };
 
-// Unicode text as a drag carries it (format 13).
+// Unicode text as a drag carries it (format 13), and a list of file names (format 15).
 class TextDataObject final : public StackObject<IDataObject> {
 public:
-    explicit TextDataObject(std::u16string text) : m_text(std::move(text)) {}
+    explicit TextDataObject(std::u16string text, std::vector<std::u16string> files = {})
+        : m_text(std::move(text)), m_files(std::move(files)) {}
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override;
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override;
     HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
@@ -128,6 +129,7 @@ public:
 
 private:
     std::u16string m_text;
+    std::vector<std::u16string> m_files;
 };
 
 // An event sink: each event reaches `handler` with its dispatch id and its arguments (last

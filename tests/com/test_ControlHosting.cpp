@@ -302,6 +302,8 @@ TEST(ControlHosting, EventsReachSinksAndTheirByReferenceChangesComeBack) {
     std::vector<DISPID> seen;
     std::vector<int> mouseDown;
     std::u16string draggedText;
+    std::vector<std::u16string> droppedFiles;
+    bool platformHasText = false;
     ComPtr<IDispatch> keptData;
     EventSink sink([&](DISPID id, DISPPARAMS& params) {
         seen.push_back(id);
@@ -310,8 +312,23 @@ TEST(ControlHosting, EventsReachSinksAndTheirByReferenceChangesComeBack) {
             mouseDown = {*params.rgvarg[3].piVal, *params.rgvarg[2].piVal, static_cast<int>(*params.rgvarg[1].pfltVal),
                          static_cast<int>(*params.rgvarg[0].pfltVal)};
         } else if (id == dragOver && params.cArgs == 7) {
-            draggedText = Call(params.rgvarg[6].pdispVal, L"GetData", {Var(int32_t{13})}).value.Text();
-            keptData = ComPtr<IDispatch>::Share(params.rgvarg[6].pdispVal);
+            IDispatch* data = params.rgvarg[6].pdispVal;
+            draggedText = Call(data, L"GetData", {Var(int32_t{13})}).value.Text();
+            const CallResult files = Call(data, L"Files");
+            if (files.value.v.vt == (VT_ARRAY | VT_BSTR)) {
+                BSTR* names = nullptr;
+                ::SafeArrayAccessData(files.value.v.parray, reinterpret_cast<void**>(&names));
+                for (ULONG i = 0; i < files.value.v.parray->rgsabound[0].cElements; ++i) {
+                    droppedFiles.emplace_back(reinterpret_cast<const char16_t*>(names[i]), ::SysStringLen(names[i]));
+                }
+                ::SafeArrayUnaccessData(files.value.v.parray);
+            }
+            // The platform's data object answers under the same identity while the event runs.
+            if (const auto platform = As<IDataObject>(data, IID_IDataObject)) {
+                FORMATETC text{CF_UNICODETEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+                platformHasText = platform->QueryGetData(&text) == S_OK;
+            }
+            keptData = ComPtr<IDispatch>::Share(data);
             *params.rgvarg[5].plVal = DROPEFFECT_LINK;
         } else if (id == dragDrop && params.cArgs == 6) {
             *params.rgvarg[4].plVal = DROPEFFECT_COPY;
@@ -335,19 +352,23 @@ TEST(ControlHosting, EventsReachSinksAndTheirByReferenceChangesComeBack) {
     // Wine and Windows both keep the registered target in this window property.
     auto* target = static_cast<IDropTarget*>(::GetPropW(hwnd, L"OleDropTargetInterface"));
     ASSERT_NE(target, nullptr);
-    TextDataObject data(u"dragged \u00E9");
+    const std::vector<std::u16string> files = {u"C:\\\u0444\u0430\u0439\u043B.txt", u"D:\\b"};
+    TextDataObject data(u"dragged \u00E9", files);
     POINT at{5, 5};
     ::ClientToScreen(hwnd, &at);
     DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
     EXPECT_EQ(target->DragEnter(&data, MK_LBUTTON, POINTL{at.x, at.y}, &effect), S_OK);
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_LINK));
     EXPECT_EQ(draggedText, u"dragged \u00E9");
+    EXPECT_EQ(droppedFiles, files);
+    EXPECT_TRUE(platformHasText);
     effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
     EXPECT_EQ(target->Drop(&data, 0, POINTL{at.x, at.y}, &effect), S_OK);
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
     // A data object kept past its event no longer reaches the drag's data.
     ASSERT_TRUE(keptData);
     EXPECT_EQ(Call(keptData.get(), L"GetData", {Var(int32_t{13})}).hr, DISP_E_EXCEPTION);
+    EXPECT_FALSE(As<IDataObject>(keptData.get(), IID_IDataObject));
     keptData.reset();
 
     EXPECT_EQ(point->Unadvise(cookie), S_OK);

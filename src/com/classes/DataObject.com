@@ -2,6 +2,7 @@
 class DataObject noncreatable
 header com/EventDataObject.h
 cpp EventDataObject
+base DataObjectAdapter
 event_arg SurfaceDataObject
 method GetData(opt variant Format) -> variant
 method SetData(opt variant Data, opt variant Format)
