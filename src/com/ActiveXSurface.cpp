@@ -422,8 +422,10 @@ void ActiveXSurface::MaskPicture(std::shared_ptr<StdPicture> value) {
 }
 
 void ActiveXSurface::AccessKeys(const CtlString& value) {
+    const bool changed = value != m_sAccessKeys;
     m_sAccessKeys = value;
     if (m_window) m_window->AccessKeys(value);
+    if (changed && m_host) m_host->SurfaceAccessKeysChanged();
 }
 
 void ActiveXSurface::MousePointer(int16_t value) {

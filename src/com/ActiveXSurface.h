@@ -22,6 +22,8 @@ public:
     // The control wants a repaint while it has no window: the container redraws the view.
     virtual void SurfaceInvalidated() = 0;
     virtual void SurfacePropertyChanged(const CtlString& propertyName) = 0;
+    // The access keys changed: the container asks for the control's mnemonics again.
+    virtual void SurfaceAccessKeysChanged() = 0;
 };
 
 class ActiveXSurface final : public ControlSurface {

@@ -408,4 +408,9 @@ void ControlObjectCore::SurfaceInvalidated() {
 
 void ControlObjectCore::SurfacePropertyChanged(const CtlString&) { m_bDirty = true; }
 
+void ControlObjectCore::SurfaceAccessKeysChanged() {
+    ComPtr<IOleControlSite> site;
+    if (m_site && SUCCEEDED(m_site->QueryInterface(IID_IOleControlSite, site.putVoid()))) site->OnControlInfoChanged();
+}
+
 }  // namespace tc::com

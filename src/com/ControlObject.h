@@ -127,6 +127,7 @@ private:
     void SurfaceResized(int32_t width, int32_t height) override;
     void SurfaceInvalidated() override;
     void SurfacePropertyChanged(const CtlString& propertyName) override;
+    void SurfaceAccessKeysChanged() override;
 
     CLSID m_clsid;
     ActiveXSurface m_surface;

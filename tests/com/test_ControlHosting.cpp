@@ -461,37 +461,41 @@ TEST(ControlHosting, AtlAxWinHostsTheLabelByProgId) {
     ASSERT_EQ(registered, S_OK);
 
     TestSite form(TestSite::Ambient::RunMode, nullptr);
-    const HWND host = ::CreateWindowExW(0, L"AtlAxWin", L"TarnwickControls30.ctlUniLabel", WS_CHILD | WS_VISIBLE, 10,
-                                        10, 120, 30, form.Window(), nullptr, ::GetModuleHandleW(nullptr), nullptr);
-    ASSERT_NE(host, nullptr);
-    ComPtr<IUnknown> unknown;
-    ASSERT_EQ(getControl(host, unknown.put()), S_OK);
-    const auto label = As<IDispatch>(unknown.get(), IID_IDispatch);
-    ASSERT_TRUE(label);
-    // The host never initialised the control: it did so itself, in run mode and without a name.
-    EXPECT_EQ(CaptionOf(label.get()), u"");
-    ASSERT_EQ(Put(label.get(), L"Caption", Var(L"Hosted")).hr, S_OK);
-    EXPECT_EQ(CaptionOf(label.get()), u"Hosted");
-    ASSERT_EQ(Put(label.get(), L"BackColor", Var(kRed)).hr, S_OK);
+    for (const wchar_t* progId : {L"TarnwickControls30.ctlUniLabel", L"TarnwickControls30.ctlUniLabelNoFlick"}) {
+        SCOPED_TRACE(testing::Message() << progId);
+        const HWND host = ::CreateWindowExW(0, L"AtlAxWin", progId, WS_CHILD | WS_VISIBLE, 10, 10, 120, 30,
+                                            form.Window(), nullptr, ::GetModuleHandleW(nullptr), nullptr);
+        ASSERT_NE(host, nullptr);
+        ComPtr<IUnknown> unknown;
+        ASSERT_EQ(getControl(host, unknown.put()), S_OK);
+        const auto label = As<IDispatch>(unknown.get(), IID_IDispatch);
+        ASSERT_TRUE(label);
+        // Without an extender a new label has no name to show.
+        EXPECT_EQ(CaptionOf(label.get()), u"");
+        ASSERT_EQ(Put(label.get(), L"Caption", Var(L"Hosted")).hr, S_OK);
+        EXPECT_EQ(CaptionOf(label.get()), u"Hosted");
+        ASSERT_EQ(Put(label.get(), L"BackColor", Var(kRed)).hr, S_OK);
 
-    const HWND hwnd = HwndOf(label.get());
-    ASSERT_TRUE(::IsWindow(hwnd));
-    RECT client{};
-    ::GetClientRect(hwnd, &client);
-    EXPECT_EQ(client.right, 120);
-    EXPECT_EQ(client.bottom, 30);
-    ::UpdateWindow(form.Window());
-    ::UpdateWindow(hwnd);
-    PumpMessages();
-    const HDC screen = ::GetDC(hwnd);
-    // Below the caption's line and away from it: the back colour only.
-    EXPECT_EQ(::GetPixel(screen, 110, 25), RGB(255, 0, 0));
-    EXPECT_EQ(::GetPixel(screen, 2, 28), RGB(255, 0, 0));
-    ::ReleaseDC(hwnd, screen);
+        // The host's extent is in other units: the size is the in-place rectangle's.
+        const HWND hwnd = HwndOf(label.get());
+        ASSERT_TRUE(::IsWindow(hwnd));
+        RECT client{};
+        ::GetClientRect(hwnd, &client);
+        EXPECT_EQ(client.right, 120);
+        EXPECT_EQ(client.bottom, 30);
+        ::UpdateWindow(form.Window());
+        ::UpdateWindow(hwnd);
+        PumpMessages();
+        const HDC screen = ::GetDC(hwnd);
+        // Below the caption's line and away from it: the back colour only.
+        EXPECT_EQ(::GetPixel(screen, 110, 25), RGB(255, 0, 0));
+        EXPECT_EQ(::GetPixel(screen, 2, 28), RGB(255, 0, 0));
+        ::ReleaseDC(hwnd, screen);
 
-    unknown.reset();
-    ::DestroyWindow(host);
-    PumpMessages();
+        unknown.reset();
+        ::DestroyWindow(host);
+        PumpMessages();
+    }
     EXPECT_EQ(unregisterServer(), S_OK);
 }
 
