@@ -18,6 +18,10 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
     flock 9
     if [ ! -f "$WINEPREFIX/system.reg" ]; then
       wineboot -i >/dev/null 2>&1 || true
+      # A crash ends the process instead of waiting for a debugger that nobody will attach.
+      aedebug='HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug'
+      wine reg add "$aedebug" /v Auto /d 0 /f >/dev/null 2>&1 || true
+      wine reg add "$aedebug" /v Debugger /d "" /f >/dev/null 2>&1 || true
       wineserver -w || true
     fi
   ) 9>"$WINEPREFIX.lock"
