@@ -244,9 +244,15 @@ std::string DefaultText(const VARIANT& value) {
     return Narrow(text.v.bstrVal);
 }
 
+// What the comparisons met, so that a library without some kind of parameter cannot pass unseen.
+struct Seen {
+    std::set<std::string> types;  // parameter types without pointer marks
+    std::set<USHORT> flags;
+};
+
 // Compares the functions of an interface (or event dispinterface) with the description's entries.
 void ExpectFunctions(ITypeInfo* info, const std::vector<ExpectedEntry>& expected, bool vtable,
-                     const std::string& where) {
+                     const std::string& where, Seen& seen) {
     auto attr = AttrOf(info);
     ASSERT_TRUE(attr) << where;
     ASSERT_EQ(expected.size(), size_t{attr->cFuncs}) << where;
@@ -280,6 +286,8 @@ void ExpectFunctions(ITypeInfo* info, const std::vector<ExpectedEntry>& expected
                 (PARAMFLAG_FIN | PARAMFLAG_FOUT | PARAMFLAG_FRETVAL | PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT);
             EXPECT_EQ(e.params[p].type, TypeText(info, actual.tdesc)) << at << " parameter " << p;
             EXPECT_EQ(e.params[p].flags, flags) << at << " parameter " << p;
+            seen.types.insert(e.params[p].type.substr(e.params[p].type.find_first_not_of('*')));
+            seen.flags.insert(flags);
             if ((flags & PARAMFLAG_FHASDEFAULT) && actual.paramdesc.pparamdescex) {
                 std::string text = e.params[p].defaultText;
                 if (text.size() >= 2 && text.front() == '"') text = text.substr(1, text.size() - 2);
@@ -331,6 +339,7 @@ TEST(TypeLibrary, DualInterfacesFollowTheirDescriptions) {
     ASSERT_TRUE(lib);
     const auto coclasses = CoclassesOf(lib.get());
     EXPECT_EQ(d.classes.size(), coclasses.size());
+    Seen seen;
     for (const auto& [name, cls] : d.classes) {
         SCOPED_TRACE(name);
         const auto found = coclasses.find(name);
@@ -358,14 +367,21 @@ TEST(TypeLibrary, DualInterfacesFollowTheirDescriptions) {
             for (ExpectedEntry& e : ExpectedEntries(m, d)) members.push_back(std::move(e));
         for (const DescribedMember& m : cls.events)
             for (ExpectedEntry& e : ExpectedEntries(m, d)) events.push_back(std::move(e));
-        ExpectFunctions(dual, members, true, "_" + name);
+        ExpectFunctions(dual, members, true, "_" + name, seen);
         ComPtr<ITypeInfo> source = found->second.events;
         EXPECT_EQ(!events.empty(), static_cast<bool>(source));
         if (source) {
             EXPECT_EQ(TKIND_DISPATCH, AttrOf(source.get())->typekind);
-            ExpectFunctions(source.get(), events, false, "__" + name);
+            ExpectFunctions(source.get(), events, false, "__" + name, seen);
         }
     }
+    // Pointer-sized handles, Booleans, currency, objects, by-reference and defaulted parameters
+    // were all among the compared ones.
+    for (const char* type : {sizeof(void*) == 8 ? "I8" : "I4", "BOOL", "CY", "BSTR", "IFontDisp", "OLE_COLOR"})
+        EXPECT_TRUE(seen.types.count(type)) << "no parameter of type " << type << " compared";
+    for (USHORT flags : {USHORT(PARAMFLAG_FIN | PARAMFLAG_FOUT), USHORT(PARAMFLAG_FIN | PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT),
+                         USHORT(PARAMFLAG_FOUT | PARAMFLAG_FRETVAL)})
+        EXPECT_TRUE(seen.flags.count(flags)) << "no parameter with flags " << flags << " compared";
 }
 
 // ------------------------------------------------------------------ enumeration names with blanks
