@@ -8,7 +8,9 @@
 #include <cctype>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <regex>
@@ -473,6 +475,41 @@ NameTable ReadNameTable(const std::vector<char>& data) {
 // Hosts on Windows find a name through its stored hash and its bucket chain (Wine compares the
 // names themselves), so every entry, restored ones included, must carry the platform's hash and sit
 // in the chain that hash selects.
+// Every name's stored hash and bucket chain; the names the table holds.
+std::set<std::string> ExpectPlatformHashes(const std::vector<char>& data) {
+    std::set<std::string> names;
+    if (data.size() < 0x54 || std::memcmp(data.data(), "MSFT", 4) != 0) {
+        ADD_FAILURE() << "not a compiled type library";
+        return names;
+    }
+    const NameTable table = ReadNameTable(data);
+    EXPECT_EQ(128u, table.buckets.size());
+    EXPECT_FALSE(table.entries.empty());
+    std::set<int32_t> chained;
+    for (size_t b = 0; b < table.buckets.size(); ++b) {
+        for (int32_t at = table.buckets[b]; at != -1;) {
+            const auto entry = table.entries.find(at);
+            if (entry == table.entries.end()) {
+                ADD_FAILURE() << "bucket " << b << " points between names";
+                break;
+            }
+            EXPECT_EQ(b, entry->second.storedHash & 0x7F) << entry->second.name;
+            if (!chained.insert(at).second) {
+                ADD_FAILURE() << "chain loops at " << entry->second.name;
+                break;
+            }
+            at = entry->second.next;
+        }
+    }
+    for (const auto& [at, entry] : table.entries) {
+        names.insert(entry.name);
+        EXPECT_TRUE(chained.count(at)) << entry.name << " is in no hash chain";
+        const ULONG hash = ::LHashValOfNameSysA(table.sysKind, table.lcid, entry.name.c_str());
+        EXPECT_EQ(hash & 0xFFFF, entry.storedHash) << entry.name;
+    }
+    return names;
+}
+
 TEST(TypeLibrary, NameTableCarriesThePlatformHashes) {
     HMODULE module = Server::Instance().Module();
     ASSERT_TRUE(module);
@@ -480,35 +517,77 @@ TEST(TypeLibrary, NameTableCarriesThePlatformHashes) {
     ASSERT_TRUE(found);
     const auto* bytes = static_cast<const char*>(::LockResource(::LoadResource(module, found)));
     ASSERT_TRUE(bytes);
-    const std::vector<char> data(bytes, bytes + ::SizeofResource(module, found));
-    ASSERT_GE(data.size(), 0x54u);
-    ASSERT_EQ(0, std::memcmp(data.data(), "MSFT", 4));
-
-    const NameTable table = ReadNameTable(data);
-    ASSERT_EQ(128u, table.buckets.size());
-    ASSERT_FALSE(table.entries.empty());
-    std::set<int32_t> chained;
-    for (size_t b = 0; b < table.buckets.size(); ++b) {
-        for (int32_t at = table.buckets[b]; at != -1;) {
-            const auto entry = table.entries.find(at);
-            ASSERT_NE(entry, table.entries.end()) << "bucket " << b << " points between names";
-            EXPECT_EQ(b, entry->second.storedHash & 0x7F) << entry->second.name;
-            ASSERT_TRUE(chained.insert(at).second) << "chain loops at " << entry->second.name;
-            at = entry->second.next;
-        }
-    }
-    std::set<std::string> names;
-    for (const auto& [at, entry] : table.entries) {
-        names.insert(entry.name);
-        EXPECT_TRUE(chained.count(at)) << entry.name << " is in no hash chain";
-        const ULONG hash = ::LHashValOfNameSysA(table.sysKind, table.lcid, entry.name.c_str());
-        EXPECT_EQ(hash & 0xFFFF, entry.storedHash) << entry.name;
-    }
+    const std::set<std::string> names =
+        ExpectPlatformHashes(std::vector<char>(bytes, bytes + ::SizeofResource(module, found)));
     for (const auto& entry : tc::com::kPublishedEnumNames) {
         if (!entry.name) continue;
         EXPECT_TRUE(names.count(Narrow(entry.name))) << Narrow(entry.name);
         EXPECT_FALSE(names.count(Narrow(entry.idlName))) << Narrow(entry.idlName);
     }
+}
+
+// ----------------------------------------------------------------- the fixer on a probe library
+
+// typelib/TypeLibProbe.idl, compiled by widl and fixed as the server's library is, beside the test.
+std::wstring ProbePath() {
+    wchar_t exe[MAX_PATH] = {};
+    ::GetModuleFileNameW(nullptr, exe, MAX_PATH);
+    const std::wstring path(exe);
+    return path.substr(0, path.find_last_of(L"\\/") + 1) + L"TypeLibProbe.tlb";
+}
+
+TEST(TypeLibrary, FixerWritesWhatWidlCannot) {
+    ComPtr<ITypeLib> lib;
+    ASSERT_EQ(S_OK, ::LoadTypeLibEx(ProbePath().c_str(), REGKIND_NONE, lib.put())) << Narrow(ProbePath());
+    ComPtr<ITypeInfo> dispatch, probe;
+    ASSERT_EQ(S_OK, lib->GetTypeInfoOfGuid({0x004B6A1B, 0x1D2B, 0x5B57, {0x9A, 0x67, 0xC2, 0x34, 0xB6, 0x10, 0x4F, 0x80}},
+                                           dispatch.put()));
+    HREFTYPE vtableRef = 0;
+    ASSERT_EQ(S_OK, dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &vtableRef));
+    ASSERT_EQ(S_OK, dispatch->GetRefTypeInfo(vtableRef, probe.put()));
+
+    // Handles are 8 bytes on x64, where widl leaves their defaults out; currency is 8 bytes on
+    // both. The long is one widl writes itself, which the fixer must leave alone.
+    const VARTYPE handle = sizeof(void*) == 8 ? VT_I8 : VT_I4;
+    struct Case {
+        UINT func;
+        SHORT param;
+        VARTYPE vt;
+        const char* value;
+    };
+    const Case cases[] = {
+        {0, 1, handle, "0"}, {0, 2, handle, "4096"}, {0, 3, VT_CY, "7"}, {0, 4, VT_I4, "5"}, {1, 0, handle, "-3"},
+    };
+    for (const Case& c : cases) {
+        const std::string at = "function " + std::to_string(c.func) + " parameter " + std::to_string(c.param);
+        auto f = FuncOf(probe.get(), c.func);
+        ASSERT_TRUE(f) << at << ": the platform cannot read the function";
+        ASSERT_LT(c.param, f->cParams) << at;
+        const PARAMDESC& desc = f->lprgelemdescParam[c.param].paramdesc;
+        ASSERT_TRUE(desc.wParamFlags & PARAMFLAG_FHASDEFAULT) << at;
+        ASSERT_TRUE(desc.pparamdescex) << at;
+        EXPECT_EQ(c.vt, desc.pparamdescex->varDefaultValue.vt) << at;
+        EXPECT_EQ(c.value, DefaultText(desc.pparamdescex->varDefaultValue)) << at;
+    }
+
+    ComPtr<ITypeComp> comp;
+    ASSERT_EQ(S_OK, lib->GetTypeComp(comp.put()));
+    ComPtr<ITypeInfo> owner;
+    DESCKIND kind = DESCKIND_NONE;
+    BINDPTR bound{};
+    wchar_t name[] = L"Probe One Two";
+    ASSERT_EQ(S_OK, comp->Bind(name, ::LHashValOfNameSys(sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32, 0x409, name), 0,
+                               owner.put(), &kind, &bound));
+    ASSERT_EQ(DESCKIND_VARDESC, kind);
+    EXPECT_EQ(12, bound.lpvardesc->lpvarValue->lVal);
+    owner->ReleaseVarDesc(bound.lpvardesc);
+
+    // The file as a whole: hashes and chains hold after the custom data segment grew.
+    std::ifstream file(std::filesystem::path(ProbePath()), std::ios::binary);
+    const std::vector<char> data((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const std::set<std::string> names = ExpectPlatformHashes(data);
+    EXPECT_TRUE(names.count("Probe One Two"));
+    EXPECT_FALSE(names.count("Probe_One_Two"));
 }
 
 }  // namespace
