@@ -264,7 +264,8 @@ constexpr VARTYPE VarTypeOf() {
     else if constexpr (std::is_same_v<Tag, comtype::Double>) return VT_R8;
     else if constexpr (std::is_same_v<Tag, comtype::Currency>) return VT_CY;
     else if constexpr (std::is_same_v<Tag, comtype::Handle>) return sizeof(LONG_PTR) == 8 ? VT_I8 : VT_I4;
-    else if constexpr (std::is_same_v<Tag, comtype::Dispatch>) return VT_DISPATCH;
+    else if constexpr (std::is_same_v<Tag, comtype::Dispatch> || std::is_same_v<Tag, comtype::Font> ||
+                       std::is_same_v<Tag, comtype::Picture>) return VT_DISPATCH;
     else if constexpr (std::is_same_v<Tag, comtype::Variant>) return VT_VARIANT;
     else return VT_EMPTY;
 }
@@ -284,7 +285,11 @@ auto& VariantField(VARIANT& v) {
     else if constexpr (std::is_same_v<Tag, comtype::Handle>) {
         if constexpr (sizeof(LONG_PTR) == 8) return v.llVal;
         else return v.lVal;
-    } else if constexpr (std::is_same_v<Tag, comtype::Dispatch>) return v.pdispVal;
+    } else if constexpr (std::is_same_v<Tag, comtype::Dispatch> || std::is_same_v<Tag, comtype::Font> ||
+                         std::is_same_v<Tag, comtype::Picture>) {
+        // Fonts and pictures travel as their dispatch interfaces (cast down by the reader).
+        return v.pdispVal;
+    }
 }
 
 // A method's wire result into the VARIANT the caller of Invoke gave (which may be null).

@@ -31,7 +31,7 @@ public:
         ::VariantInit(&converted);
         const HRESULT hr = ::VariantChangeType(&converted, arg, 0, VarTypeOf<Tag>());
         if (FAILED(hr)) return Fail(hr, index);
-        out = VariantField<Tag>(converted);
+        out = static_cast<Wire>(VariantField<Tag>(converted));
         return true;
     }
 

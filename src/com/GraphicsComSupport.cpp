@@ -1,0 +1,118 @@
+#include "com/GraphicsComSupport.h"
+
+#include <vector>
+
+#include "com/ComPtr.h"
+#include "frame/StdPicture.h"
+
+namespace tc::com {
+
+CtlPictureRef PictureRefOf(const std::shared_ptr<StdPicture>& picture) {
+    if (!picture) return {};
+    return CtlPictureRef{picture->Handle(), picture->Type()};
+}
+
+std::shared_ptr<StdPicture> PictureFromDispatch(IDispatch* picture) {
+    if (!picture) return nullptr;
+    ComPtr<IPictureDisp> disp;
+    if (FAILED(picture->QueryInterface(IID_IPictureDisp, disp.putVoid()))) throw ComFailure{E_NOINTERFACE};
+    return FromPictureDisp(disp.get());
+}
+
+namespace {
+
+// One late-bound property access; a failure throws, which ApplyFontToForm skips statement by statement.
+void invokeByName(IDispatch* object, const wchar_t* name, WORD flags, VARIANT* value, VARIANT* result) {
+    if (!object) throw ComFailure{E_POINTER};
+    DISPID id = 0;
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    HRESULT hr = object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    if (FAILED(hr)) throw ComFailure{hr};
+    DISPID named = DISPID_PROPERTYPUT;
+    DISPPARAMS params{};
+    if (value) {
+        params = DISPPARAMS{value, &named, 1, 1};
+    }
+    hr = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result, nullptr, nullptr);
+    if (FAILED(hr)) throw ComFailure{hr};
+}
+
+ComPtr<IDispatch> objectProperty(IDispatch* object, const wchar_t* name) {
+    VARIANT v;
+    ::VariantInit(&v);
+    invokeByName(object, name, DISPATCH_PROPERTYGET, nullptr, &v);
+    ComPtr<IDispatch> out;
+    if (V_VT(&v) == VT_DISPATCH) out = ComPtr<IDispatch>::Share(V_DISPATCH(&v));
+    ::VariantClear(&v);
+    return out;
+}
+
+class DispatchFontHolder : public IFormWithControls {
+public:
+    explicit DispatchFontHolder(IDispatch* object) : m_object(ComPtr<IDispatch>::Share(object)) {}
+
+    bool HasFont() const override { return static_cast<bool>(objectProperty(m_object.get(), L"Font")); }
+    void SetFontName(const CtlString& sName) override {
+        const ComPtr<IDispatch> font = objectProperty(m_object.get(), L"Font");
+        VARIANT name;
+        name.vt = VT_BSTR;
+        name.bstrVal = ToBstr(sName);
+        try {
+            invokeByName(font.get(), L"Name", DISPATCH_PROPERTYPUT, &name, nullptr);
+        } catch (...) {
+            ::VariantClear(&name);
+            throw;
+        }
+        ::VariantClear(&name);
+    }
+    void ReassignFont() override {
+        const ComPtr<IDispatch> font = objectProperty(m_object.get(), L"Font");
+        VARIANT value;
+        value.vt = VT_DISPATCH;
+        value.pdispVal = font.get();
+        invokeByName(m_object.get(), L"Font", DISPATCH_PROPERTYPUTREF, &value, nullptr);
+    }
+    std::vector<IFontHolder*> Controls() override {
+        const ComPtr<IDispatch> controls = objectProperty(m_object.get(), L"Controls");
+        if (!controls) throw ComFailure{DISP_E_TYPEMISMATCH};
+        VARIANT enumerator;
+        ::VariantInit(&enumerator);
+        DISPPARAMS none{};
+        HRESULT hr = controls->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
+                                      DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none, &enumerator, nullptr, nullptr);
+        if (FAILED(hr)) throw ComFailure{hr};
+        ComPtr<IEnumVARIANT> items;
+        if (V_VT(&enumerator) == VT_UNKNOWN || V_VT(&enumerator) == VT_DISPATCH) {
+            V_UNKNOWN(&enumerator)->QueryInterface(IID_IEnumVARIANT, items.putVoid());
+        }
+        ::VariantClear(&enumerator);
+        if (!items) throw ComFailure{DISP_E_TYPEMISMATCH};
+        m_controls.clear();
+        VARIANT item;
+        ::VariantInit(&item);
+        ULONG fetched = 0;
+        while (items->Next(1, &item, &fetched) == S_OK && fetched == 1) {
+            if (V_VT(&item) == VT_DISPATCH && V_DISPATCH(&item)) {
+                m_controls.push_back(std::make_unique<DispatchFontHolder>(V_DISPATCH(&item)));
+            }
+            ::VariantClear(&item);
+        }
+        std::vector<IFontHolder*> out;
+        for (const auto& control : m_controls) out.push_back(control.get());
+        return out;
+    }
+
+private:
+    ComPtr<IDispatch> m_object;
+    std::vector<std::unique_ptr<DispatchFontHolder>> m_controls;
+};
+
+}  // namespace
+
+void ApplyFontToDispatchForm(IDispatch* form, const CtlString& sFontName) {
+    if (!form) return;
+    DispatchFontHolder holder(form);
+    ::ApplyFontToForm(&holder, sFontName);
+}
+
+}  // namespace tc::com

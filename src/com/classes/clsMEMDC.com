@@ -1,0 +1,21 @@
+# A memory device context with a bitmap of the screen's colour depth: double buffering and masks.
+class clsMEMDC
+header graphics/clsMEMDC.h
+header com/GraphicsComSupport.h
+enum eMemDcBkMode: "eMemDcBkMode_TRANSPARENT" = 1, "eMemDcBkMode_OPAQUE" = 2
+method CreateDC(ref long Width = -1, ref long Height = -1, eMemDcBkMode iBkMode = 1)
+method ResizeCutDC(long NewWidth, long NewHeight, eMemDcBkMode iNewBkMode = 1)
+method ResizeAdaptDC(long NewWidth, long NewHeight, eMemDcBkMode iNewBkMode = 1)
+prop BkMode: eMemDcBkMode
+prop BkColor: long
+method CloneFromHBmp(handle hBmp, eMemDcBkMode iBkMode = 1)
+method CloneFromHdc(handle lHdc, long lSrcLeft = 0, long lSrcTop = 0, long lSrcWidth = -1, long lSrcHeight = -1, long eRop = 13369376)
+method Destroy()
+method PaintPicture(handle lHdc, long lDestLeft = 0, long lDestTop = 0, long lDestWidth = -1, long lDestHeight = -1, long lSrcLeft = 0, long lSrcTop = 0, long lSrcWidth = -1, long lSrcHeight = -1, long eRop = 13369376)
+get hDC: handle
+get hBmp: handle
+get Width: long
+get Height: long
+method ReleasehBmp() -> handle
+get Picture: picture = PictureFromDispatch(@obj.Picture().get())
+method DrawBackColor(long lColor)
