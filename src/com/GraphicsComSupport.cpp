@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "com/ComPtr.h"
+#include "com/clsCollection.h"
 #include "frame/StdPicture.h"
 
 namespace tc::com {
@@ -108,6 +109,56 @@ private:
 };
 
 }  // namespace
+
+namespace {
+
+// The Files list of a host's data object, item by item as For Each walks it; empty without one.
+std::vector<CtlString> filesListOf(IUnknown* data) {
+    std::vector<CtlString> files;
+    ComPtr<IDispatch> object;
+    if (FAILED(data->QueryInterface(IID_IDispatch, object.putVoid()))) return files;
+    try {
+        const ComPtr<IDispatch> list = objectProperty(object.get(), L"Files");
+        if (!list) return files;
+        VARIANT enumerator;
+        ::VariantInit(&enumerator);
+        DISPPARAMS none{};
+        if (FAILED(list->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                                &none, &enumerator, nullptr, nullptr))) {
+            return files;
+        }
+        ComPtr<IEnumVARIANT> items;
+        if (V_VT(&enumerator) == VT_UNKNOWN || V_VT(&enumerator) == VT_DISPATCH) {
+            V_UNKNOWN(&enumerator)->QueryInterface(IID_IEnumVARIANT, items.putVoid());
+        }
+        ::VariantClear(&enumerator);
+        VARIANT item;
+        ::VariantInit(&item);
+        ULONG fetched = 0;
+        while (items && items->Next(1, &item, &fetched) == S_OK && fetched == 1) {
+            if (SUCCEEDED(::VariantChangeType(&item, &item, 0, VT_BSTR))) files.push_back(FromBstr(V_BSTR(&item)));
+            ::VariantClear(&item);
+        }
+    } catch (const ComFailure&) {
+    }
+    return files;
+}
+
+}  // namespace
+
+std::shared_ptr<clsCollection> DroppedFilesCollection(IUnknown* data) {
+    auto collection = std::make_shared<clsCollection>();
+    if (!data) return collection;
+    ComPtr<IDataObject> platform;
+    data->QueryInterface(IID_IDataObject, platform.putVoid());
+    for (const CtlString& file : ::GetUnicodeDroppedFiles(platform.get(), filesListOf(data))) {
+        VARIANT path;
+        path.vt = VT_BSTR;
+        path.bstrVal = ToBstr(file);
+        collection->Append(OwnedVariant::Adopt(path));
+    }
+    return collection;
+}
 
 void ApplyFontToDispatchForm(IDispatch* form, const CtlString& sFontName) {
     if (!form) return;

@@ -10,6 +10,7 @@
 #include "graphics/modCommonDraw.h"
 
 class StdPicture;
+class clsCollection;
 
 namespace tc::com {
 
@@ -41,6 +42,9 @@ Handle HandleOf(const VARIANT& value) {
 CtlPictureRef PictureRefOf(const std::shared_ptr<StdPicture>& picture);
 // A platform picture handed out through IDispatch, as the library's picture.
 std::shared_ptr<StdPicture> PictureFromDispatch(IDispatch* picture);
+// GetUnicodeDroppedFiles on a drag's data object, as a new collection of paths; the object's own
+// Files list (read through dispatch, when it has one) is the fallback.
+std::shared_ptr<clsCollection> DroppedFilesCollection(IUnknown* data);
 // ApplyFontToForm on a host form: its Font, its Controls (enumerated as For Each does) and theirs.
 void ApplyFontToDispatchForm(IDispatch* form, const CtlString& sFontName);
 

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include <shlobj.h>
+
 #include "ComTestSupport.h"
 #include "frame/ISubclassOwner.h"
 #include "frame/ITimerOwner.h"
@@ -295,6 +297,51 @@ Var NewFont(const wchar_t* name) {
 std::u16string FontName(const Var& font) {
     return Call(font.v.pdispVal, L"Name").value.Text();
 }
+
+// A drag's data object holding a wide CF_HDROP list, or nothing when `files` is empty.
+class DropData final : public IDataObject {
+public:
+    std::vector<std::u16string> files;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
+        if (!ppv) return E_POINTER;
+        *ppv = nullptr;
+        if (riid != IID_IUnknown && riid != IID_IDataObject) return E_NOINTERFACE;
+        *ppv = static_cast<IDataObject*>(this);
+        return S_OK;
+    }
+    // Lives on the test's stack.
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override {
+        return !files.empty() && format->cfFormat == CF_HDROP && (format->tymed & TYMED_HGLOBAL) ? S_OK
+                                                                                                  : DV_E_FORMATETC;
+    }
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
+        if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
+        std::u16string list;
+        for (const std::u16string& file : files) list += file + u'\0';
+        list += u'\0';
+        const size_t bytes = sizeof(DROPFILES) + list.size() * sizeof(char16_t);
+        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
+        auto* header = static_cast<DROPFILES*>(::GlobalLock(block));
+        header->pFiles = sizeof(DROPFILES);
+        header->fWide = TRUE;
+        memcpy(header + 1, list.data(), list.size() * sizeof(char16_t));
+        ::GlobalUnlock(block);
+        medium->tymed = TYMED_HGLOBAL;
+        medium->hGlobal = block;
+        medium->pUnkForRelease = nullptr;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
+};
 
 void PumpFor(DWORD milliseconds, const std::function<bool()>& done = [] { return false; }) {
     const DWORD start = ::GetTickCount();
@@ -662,6 +709,31 @@ TEST_F(ComGraphics, ApplyFontToFormWalksTheHostForm) {
     EXPECT_EQ(0, form.puts[L"Font set"]);
     EXPECT_TRUE(withoutFont.puts.empty());
     EXPECT_EQ(u"no font", withoutFont.properties[L"Caption"].Text());
+}
+
+TEST_F(ComGraphics, DroppedFilesComeAsCollectionOfWidePaths) {
+    ComPtr<IDispatch> common = Server::Instance().Create(tc::com::CLSID_clsCommonWrapper);
+    ASSERT_TRUE(common);
+    DropData data;
+    data.files = {u"C:\\\u0414\u0430\u043D\u043D\u044B\u0435\\a.txt", u"C:\\\u6587\u4EF6\\\xD83D\xDE00.bin"};
+    Var dataArg;
+    dataArg.v.vt = VT_UNKNOWN;
+    dataArg.v.punkVal = &data;
+    const CallResult dropped = Call(common.get(), L"GetUnicodeDroppedFiles", {dataArg});
+    ASSERT_EQ(S_OK, dropped.hr);
+    ASSERT_EQ(VT_DISPATCH, dropped.value.v.vt);
+    IDispatch* collection = dropped.value.v.pdispVal;
+    ASSERT_EQ(2, AsLong(Call(collection, L"Count").value));
+    EXPECT_EQ(data.files[0], Call(collection, L"Item", {Var(1)}).value.Text());
+    EXPECT_EQ(data.files[1], Call(collection, L"Item", {Var(2)}).value.Text());
+
+    // Without CF_HDROP the collection is empty.
+    DropData none;
+    dataArg.v.punkVal = &none;
+    const CallResult empty = Call(common.get(), L"GetUnicodeDroppedFiles", {dataArg});
+    ASSERT_EQ(S_OK, empty.hr);
+    EXPECT_EQ(0, AsLong(Call(empty.value.v.pdispVal, L"Count").value));
+    dataArg.v.vt = VT_EMPTY;
 }
 
 TEST_F(ComGraphics, HexEnvelopeRoundTripsEveryCodeUnit) {

@@ -54,6 +54,7 @@ method ApplyFontToForm(dispatch oFrm, string sFontName) = ApplyFontToDispatchFor
 method InIDE() -> bool
 method UniShellExecuteW(handle Hwnd, string sExecute, string iOperation = "", string sParameters = "", string sWorkingDir = "", long WindowStyle = 1) -> handle
 method IsUnicodeSystem() -> bool
+method GetUnicodeDroppedFiles(unknown oData) -> clsCollection = DroppedFilesCollection(@oData)
 method IsKeyDown(long KeyCode) -> bool
 method IsEscDown() -> bool
 method IsShiftDown() -> bool
