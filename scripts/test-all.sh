@@ -19,7 +19,9 @@ cmake --build --preset win64 -j "$jobs"
 xvfb-run -a -s "-screen 0 1280x1024x24" bash -c '
   status=0
   ctest --preset win64 || status=$?
-  WINEPREFIX="$PWD/build/win64/wineprefix" wineserver -k 2>/dev/null || true
+  for prefix in build/win64/wineprefix build/win64/wineprefix-com; do
+    WINEPREFIX="$PWD/$prefix" wineserver -k 2>/dev/null || true
+  done
   exit $status'
 
 echo "== win32: configure, build"
