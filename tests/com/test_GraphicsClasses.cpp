@@ -674,6 +674,12 @@ TEST_F(ComGraphics, MemDCPictureOverlaidThroughRecordDispatch) {
     ASSERT_NE(nullptr, picture.value.v.pdispVal);
     EXPECT_EQ(nullptr, Call(memdc.get(), L"Picture").value.v.pdispVal);
     EXPECT_EQ(0, AsHandle(Call(memdc.get(), L"hDC").value));
+    // Omitted sizes are -1, which becomes 1.
+    ASSERT_EQ(S_OK, Call(memdc.get(), L"CreateDC", {Var(5)}).hr);
+    EXPECT_EQ(5, AsLong(Call(memdc.get(), L"Width").value));
+    EXPECT_EQ(1, AsLong(Call(memdc.get(), L"Height").value));
+    ASSERT_EQ(S_OK, Call(memdc.get(), L"CreateDC", {Missing(), Missing()}).hr);
+    EXPECT_EQ(1, AsLong(Call(memdc.get(), L"Width").value));
 
     // Centred in a 10 x 10 rectangle: columns and rows 3 to 6.
     const RectArg rects(common.get());

@@ -3,7 +3,9 @@ class clsMEMDC
 header graphics/clsMEMDC.h
 header com/GraphicsComSupport.h
 enum eMemDcBkMode: "eMemDcBkMode_TRANSPARENT" = 1, "eMemDcBkMode_OPAQUE" = 2
-method CreateDC(ref long Width = -1, ref long Height = -1, eMemDcBkMode iBkMode = 1)
+# The sizes go by value: widl writes no usable default for an optional by-reference long, and
+# Wine's dispatch then never returns from a call that leaves one out.
+method CreateDC(long Width = -1, long Height = -1, eMemDcBkMode iBkMode = 1)
 method ResizeCutDC(long NewWidth, long NewHeight, eMemDcBkMode iNewBkMode = 1)
 method ResizeAdaptDC(long NewWidth, long NewHeight, eMemDcBkMode iNewBkMode = 1)
 prop BkMode: eMemDcBkMode
