@@ -742,6 +742,28 @@ TEST_F(ComGraphics, DroppedFilesComeAsCollectionOfWidePaths) {
     dataArg.v.vt = VT_EMPTY;
 }
 
+TEST_F(ComGraphics, FontHDCFromHostFontObject) {
+    ComPtr<IDispatch> fontHdc = Server::Instance().Create(tc::com::CLSID_clsFontHDC);
+    ASSERT_TRUE(fontHdc);
+    Canvas canvas(8, 8, 0);
+    Var font = NewFont(L"Liberation Serif");
+    ASSERT_EQ(S_OK, Put(font.v.pdispVal, L"Bold", Var(true)).hr);
+    ASSERT_EQ(S_OK, Call(fontHdc.get(), L"SetFontToDCStdFont", {HandleArg(canvas.hdc()), font, Var(0x00123456)}).hr);
+    const auto selected = reinterpret_cast<HFONT>(AsHandle(Call(fontHdc.get(), L"hFont").value));
+    ASSERT_EQ(selected, ::GetCurrentObject(canvas.hdc(), OBJ_FONT));
+    LOGFONTW described{};
+    ASSERT_NE(0, ::GetObjectW(selected, sizeof(described), &described));
+    EXPECT_EQ(std::wstring(L"Liberation Serif"), described.lfFaceName);
+    EXPECT_EQ(FW_BOLD, described.lfWeight);
+    // The font object's Size, rounded to whole points, at the DC's resolution (Wine's font object
+    // reports the size it realised, which need not be the 9 points asked).
+    Var size = Call(font.v.pdispVal, L"Size").value;
+    ASSERT_EQ(S_OK, ::VariantChangeType(&size.v, &size.v, 0, VT_I4));
+    EXPECT_EQ(-::MulDiv(size.v.lVal, ::GetDeviceCaps(canvas.hdc(), LOGPIXELSY), 72), described.lfHeight);
+    EXPECT_EQ(0x00123456u, ::GetTextColor(canvas.hdc()));
+    EXPECT_EQ(S_OK, Call(fontHdc.get(), L"Destroy").hr);
+}
+
 TEST_F(ComGraphics, HexEnvelopeRoundTripsEveryCodeUnit) {
     ComPtr<IDispatch> common = Server::Instance().Create(tc::com::CLSID_clsCommonWrapper);
     ASSERT_TRUE(common);
