@@ -45,6 +45,12 @@ public:
             Fail(arg ? DISP_E_TYPEMISMATCH : DISP_E_PARAMNOTFOUND, index);
             return nullptr;
         }
+        // Another record (a point where a rectangle is due) would be read and written past its end.
+        ULONG size = 0;
+        if (!V_RECORDINFO(arg) || FAILED(V_RECORDINFO(arg)->GetSize(&size)) || size != sizeof(Record)) {
+            Fail(DISP_E_TYPEMISMATCH, index);
+            return nullptr;
+        }
         return static_cast<Record*>(V_RECORD(arg));
     }
 

@@ -13,13 +13,6 @@ CtlPictureRef PictureRefOf(const std::shared_ptr<StdPicture>& picture) {
     return CtlPictureRef{picture->Handle(), picture->Type()};
 }
 
-std::shared_ptr<StdPicture> PictureFromDispatch(IDispatch* picture) {
-    if (!picture) return nullptr;
-    ComPtr<IPictureDisp> disp;
-    if (FAILED(picture->QueryInterface(IID_IPictureDisp, disp.putVoid()))) throw ComFailure{E_NOINTERFACE};
-    return FromPictureDisp(disp.get());
-}
-
 namespace {
 
 // One late-bound property access; a failure throws, which ApplyFontToForm skips statement by statement.

@@ -40,8 +40,6 @@ Handle HandleOf(const VARIANT& value) {
 
 // The handle and type that the image routines draw from; empty for no picture.
 CtlPictureRef PictureRefOf(const std::shared_ptr<StdPicture>& picture);
-// A platform picture handed out through IDispatch, as the library's picture.
-std::shared_ptr<StdPicture> PictureFromDispatch(IDispatch* picture);
 // GetUnicodeDroppedFiles on a drag's data object, as a new collection of paths; the object's own
 // Files list (read through dispatch, when it has one) is the fallback.
 std::shared_ptr<clsCollection> DroppedFilesCollection(IUnknown* data);

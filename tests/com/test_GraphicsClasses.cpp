@@ -86,7 +86,7 @@ Var ByRef(VARTYPE type, T* target) {
 // own type library.
 class RectArg {
 public:
-    explicit RectArg(IDispatch* object) {
+    explicit RectArg(IDispatch* object, const wchar_t* record = L"CTL_RECT") {
         ComPtr<ITypeInfo> objectInfo;
         ComPtr<ITypeLib> library;
         UINT index = 0;
@@ -97,8 +97,8 @@ public:
         ITypeInfo* found = nullptr;
         MEMBERID member = 0;
         USHORT count = 1;
-        wchar_t name[] = L"CTL_RECT";
-        if (FAILED(library->FindName(name, 0, &found, &member, &count)) || count != 1) return;
+        std::wstring name = record;
+        if (FAILED(library->FindName(name.data(), 0, &found, &member, &count)) || count != 1) return;
         ComPtr<ITypeInfo> recordInfo = ComPtr<ITypeInfo>::Attach(found);
         ::GetRecordInfoFromTypeInfo(recordInfo.get(), m_info.put());
     }
@@ -579,6 +579,14 @@ TEST_F(ComGraphics, DrawButtonRecordThroughDispatchMatchesDirectCall) {
     CallResult wrong = Call(common.get(), L"DrawRect", {HandleArg(wrapped.hdc()), Var(5), Var(0), Var(true)});
     EXPECT_EQ(DISP_E_TYPEMISMATCH, wrong.hr);
     EXPECT_EQ(DISP_E_BADPARAMCOUNT, Call(common.get(), L"DrawRect", {HandleArg(wrapped.hdc())}).hr);
+    // Nor a point where a rectangle is due: it would be read and written past its end.
+    const RectArg points(common.get(), L"CTL_POINTAPI");
+    ASSERT_TRUE(points.Valid());
+    CTL_RECT guarded[2] = {{1, 2, 3, 4}, {5, 6, 7, 8}};
+    wrong = Call(common.get(), L"DrawText",
+                 {HandleArg(wrapped.hdc()), Var(L"x"), points.Arg(guarded[0]), Var(DT_CALCRECT)});
+    EXPECT_EQ(DISP_E_TYPEMISMATCH, wrong.hr);
+    EXPECT_EQ(3, guarded[0].right);
 }
 
 TEST_F(ComGraphics, RecordsAndArgumentsComeBackChanged) {
@@ -672,6 +680,11 @@ TEST_F(ComGraphics, MemDCPictureOverlaidThroughRecordDispatch) {
     ASSERT_EQ(S_OK, picture.hr);
     ASSERT_EQ(VT_DISPATCH, picture.value.v.vt);
     ASSERT_NE(nullptr, picture.value.v.pdispVal);
+    ComPtr<IPicture> platform;
+    ASSERT_EQ(S_OK, picture.value.v.pdispVal->QueryInterface(IID_IPicture, platform.putVoid()));
+    SHORT type = PICTYPE_NONE;
+    platform->get_Type(&type);
+    EXPECT_EQ(PICTYPE_BITMAP, type);
     EXPECT_EQ(nullptr, Call(memdc.get(), L"Picture").value.v.pdispVal);
     EXPECT_EQ(0, AsHandle(Call(memdc.get(), L"hDC").value));
     // Omitted sizes are -1, which becomes 1.

@@ -1,7 +1,6 @@
 # A memory device context with a bitmap of the screen's colour depth: double buffering and masks.
 class clsMEMDC
 header graphics/clsMEMDC.h
-header com/GraphicsComSupport.h
 enum eMemDcBkMode: "eMemDcBkMode_TRANSPARENT" = 1, "eMemDcBkMode_OPAQUE" = 2
 # The sizes go by value: widl writes no usable default for an optional by-reference long, and
 # Wine's dispatch then never returns from a call that leaves one out.
@@ -19,5 +18,7 @@ get hBmp: handle
 get Width: long
 get Height: long
 method ReleasehBmp() -> handle
-get Picture: picture = PictureFromDispatch(@obj.Picture().get())
+# The platform picture itself goes out, owning the bitmap: a copy through the library's picture
+# would leave the caller a handle that dies with the first one.
+get Picture: dispatch = @obj.Picture().get()
 method DrawBackColor(long lColor)
