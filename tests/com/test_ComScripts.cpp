@@ -143,4 +143,8 @@ TEST_F(ComScripts, SearchResultWalksWithAnEnumerator) {
     ExpectScriptPasses(L"search.js", {"Enumerator", "Count", "Item", "Cleanup"});
 }
 
+TEST_F(ComScripts, UnicodeThroughTheHexEnvelope) {
+    ExpectScriptPasses(L"hexenvelope.js", {"Envelope", "RoundTrip"});
+}
+
 }  // namespace
