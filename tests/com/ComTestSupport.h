@@ -51,6 +51,26 @@ public:
     VARIANT v;
 };
 
+// A by-reference argument pointing at the caller's own storage, as a script host passes a variable.
+template <class T>
+Var Ref(VARTYPE vt, T* target) {
+    Var v;
+    v.v.vt = static_cast<VARTYPE>(VT_BYREF | vt);
+    v.v.byref = target;
+    return v;
+}
+
+// The "missing" marker that script hosts pass for an omitted optional argument.
+inline Var Missing() {
+    Var v;
+    v.v.vt = VT_ERROR;
+    v.v.scode = DISP_E_PARAMNOTFOUND;
+    return v;
+}
+
+// Code units as numbers, so that a mismatch prints which unit differs.
+inline std::vector<int> Units(const std::u16string& text) { return std::vector<int>(text.begin(), text.end()); }
+
 // The outcome of one IDispatch::Invoke.
 struct CallResult {
     HRESULT hr = E_FAIL;

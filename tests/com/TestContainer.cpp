@@ -2,8 +2,6 @@
 
 #include <cstring>
 
-#include <shlobj.h>
-
 namespace comtest {
 
 namespace {
@@ -32,13 +30,6 @@ HRESULT answer(Self* self, void* itf, void** ppv) {
 }  // namespace
 
 // ---- extender ----
-
-HRESULT TestExtender::QueryInterface(REFIID riid, void** ppv) {
-    if (!ppv) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IDispatch) return answer(this, static_cast<IDispatch*>(this), ppv);
-    *ppv = nullptr;
-    return E_NOINTERFACE;
-}
 
 HRESULT TestExtender::GetTypeInfoCount(UINT* count) {
     *count = 0;
@@ -146,13 +137,6 @@ RecordingBag::~RecordingBag() {
     for (auto& [key, value] : values) ::VariantClear(&value);
 }
 
-HRESULT RecordingBag::QueryInterface(REFIID riid, void** ppv) {
-    if (!ppv) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IPropertyBag) return answer(this, static_cast<IPropertyBag*>(this), ppv);
-    *ppv = nullptr;
-    return E_NOINTERFACE;
-}
-
 HRESULT RecordingBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*) {
     const std::u16string key(reinterpret_cast<const char16_t*>(name));
     reads.push_back(key);
@@ -169,59 +153,7 @@ HRESULT RecordingBag::Write(LPCOLESTR name, VARIANT* value) {
     return ::VariantCopy(&slot, value);
 }
 
-// ---- data object ----
-
-HRESULT TextDataObject::QueryInterface(REFIID riid, void** ppv) {
-    if (!ppv) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IDataObject) return answer(this, static_cast<IDataObject*>(this), ppv);
-    *ppv = nullptr;
-    return E_NOINTERFACE;
-}
-
-HRESULT TextDataObject::QueryGetData(FORMATETC* format) {
-    if (!format || !(format->tymed & TYMED_HGLOBAL)) return DV_E_FORMATETC;
-    return format->cfFormat == CF_UNICODETEXT || (format->cfFormat == CF_HDROP && !m_files.empty()) ? S_OK
-                                                                                                     : DV_E_FORMATETC;
-}
-
-HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) {
-    if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
-    // Text, or a wide file list: the header, each name with its zero, and a closing zero.
-    std::vector<uint8_t> content;
-    if (format->cfFormat == CF_HDROP) {
-        DROPFILES header{};
-        header.pFiles = sizeof(header);
-        header.fWide = TRUE;
-        content.resize(sizeof(header));
-        std::memcpy(content.data(), &header, sizeof(header));
-        for (const std::u16string& name : m_files) {
-            const auto* bytes = reinterpret_cast<const uint8_t*>(name.c_str());
-            content.insert(content.end(), bytes, bytes + (name.size() + 1) * sizeof(char16_t));
-        }
-        content.push_back(0);
-        content.push_back(0);
-    } else {
-        const auto* bytes = reinterpret_cast<const uint8_t*>(m_text.c_str());
-        content.assign(bytes, bytes + (m_text.size() + 1) * sizeof(char16_t));
-    }
-    HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, content.size());
-    if (!memory) return E_OUTOFMEMORY;
-    std::memcpy(::GlobalLock(memory), content.data(), content.size());
-    ::GlobalUnlock(memory);
-    medium->tymed = TYMED_HGLOBAL;
-    medium->hGlobal = memory;
-    medium->pUnkForRelease = nullptr;
-    return S_OK;
-}
-
 // ---- sink ----
-
-HRESULT EventSink::QueryInterface(REFIID riid, void** ppv) {
-    if (!ppv) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IDispatch) return answer(this, static_cast<IDispatch*>(this), ppv);
-    *ppv = nullptr;
-    return E_NOINTERFACE;
-}
 
 HRESULT EventSink::GetTypeInfoCount(UINT* count) {
     *count = 0;

@@ -1,5 +1,5 @@
 // TestContainer: a small OLE container for control tests: a window, a client site with ambient
-// properties and an extender, a recording property bag, a text data object and an event sink.
+// properties and an extender, a recording property bag and an event sink.
 #pragma once
 
 #include <functional>
@@ -9,26 +9,16 @@
 
 #include "com/ComPrerequisites.h"
 #include "com/ComPtr.h"
+#include "support/StackComObject.h"
 
 namespace comtest {
 
-// Lives on the test's stack: reference counts are kept but never delete the object.
-template <class... Interfaces>
-class StackObject : public Interfaces... {
-public:
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_refs; }
-    ULONG STDMETHODCALLTYPE Release() override { return --m_refs; }
-    ULONG Refs() const noexcept { return m_refs; }
-
-private:
-    ULONG m_refs = 1;
-};
+using testsupport::StackObject;
 
 // The host's wrapper of the control: a late-bound object with one property, Name.
-class TestExtender final : public StackObject<IDispatch> {
+class TestExtender final : public testsupport::StackComObject<IDispatch, IID_IDispatch> {
 public:
     explicit TestExtender(std::u16string name) : m_name(std::move(name)) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
@@ -99,10 +89,9 @@ private:
 };
 
 // A property bag that keeps the values by key and records every read and write in order.
-class RecordingBag final : public StackObject<IPropertyBag> {
+class RecordingBag final : public testsupport::StackComObject<IPropertyBag, IID_IPropertyBag> {
 public:
     ~RecordingBag();
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override;
     HRESULT STDMETHODCALLTYPE Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override;
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR name, VARIANT* value) override;
 
@@ -111,34 +100,12 @@ public:
     std::map<std::u16string, VARIANT> values;
 };
 
-// Unicode text as a drag carries it (format 13), and a list of file names (format 15).
-class TextDataObject final : public StackObject<IDataObject> {
-public:
-    explicit TextDataObject(std::u16string text, std::vector<std::u16string> files = {})
-        : m_text(std::move(text)), m_files(std::move(files)) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override;
-    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override;
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override;
-    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
-
-private:
-    std::u16string m_text;
-    std::vector<std::u16string> m_files;
-};
-
 // An event sink: each event reaches `handler` with its dispatch id and its arguments (last
 // first, as dispatch passes them); by-reference arguments can be changed in place.
-class EventSink final : public StackObject<IDispatch> {
+class EventSink final : public testsupport::StackComObject<IDispatch, IID_IDispatch> {
 public:
     using Handler = std::function<void(DISPID, DISPPARAMS&)>;
     explicit EventSink(Handler handler) : m_handler(std::move(handler)) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }

@@ -1,4 +1,4 @@
-// Helpers of the text-class COM tests: by-reference and currency arguments, a scratch folder in
+// Helpers of the text-class COM tests: currency and by-reference string arguments, a scratch folder in
 // the Windows temp folder, and the items of a collection walked through its enumerator.
 #pragma once
 
@@ -7,35 +7,11 @@
 #include <vector>
 
 #include "ComTestSupport.h"
+#include "support/OleSession.h"
 
 namespace comtest {
 
-// OLE for the length of a test.
-class OleSession {
-public:
-    OleSession() noexcept : m_hr(::OleInitialize(nullptr)) {}
-    ~OleSession() {
-        if (SUCCEEDED(m_hr)) ::OleUninitialize();
-    }
-    // Pairs one initialisation with one release.
-    OleSession(const OleSession&) = delete;
-    OleSession& operator=(const OleSession&) = delete;
-
-private:
-    HRESULT m_hr;
-};
-
-// Code units as numbers, so that a mismatch prints which unit differs.
-inline std::vector<int> Units(const std::u16string& text) { return std::vector<int>(text.begin(), text.end()); }
-
-// A by-reference argument pointing at the caller's own storage, as a script host passes a variable.
-template <class T>
-Var Ref(VARTYPE vt, T* target) {
-    Var v;
-    v.v.vt = static_cast<VARTYPE>(VT_BYREF | vt);
-    v.v.byref = target;
-    return v;
-}
+using testsupport::OleSession;
 
 // A whole number as the fixed-point currency type that file sizes and positions cross in.
 inline Var Cy(int64_t whole) {

@@ -7,6 +7,9 @@
 
 #include "ComTestSupport.h"
 #include "TestContainer.h"
+#include "support/OleSession.h"
+#include "support/StackComObject.h"
+#include "support/TestDataObject.h"
 
 namespace comtest {
 namespace {
@@ -15,23 +18,7 @@ using tc::com::CLSID_ctlUniLabel;
 using tc::com::CLSID_ctlUniLabelNoFlick;
 using tc::com::DIID___ctlUniLabel;
 
-// OLE for the length of a test.
-class OleSession {
-public:
-    OleSession() noexcept : m_hr(::OleInitialize(nullptr)) {}
-    ~OleSession() {
-        if (SUCCEEDED(m_hr)) ::OleUninitialize();
-    }
-    // Pairs one initialisation with one release.
-    OleSession(const OleSession&) = delete;
-    OleSession& operator=(const OleSession&) = delete;
-
-private:
-    HRESULT m_hr;
-};
-
-// Code units as numbers, so that a mismatch prints which unit differs.
-std::vector<int> Units(const std::u16string& text) { return std::vector<int>(text.begin(), text.end()); }
+using testsupport::OleSession;
 
 const std::u16string kUnicodeCaption = u"\u041F\u0440\u0438\u0432\u0435\u0442 \u4E16\u754C \U0001F600!";
 constexpr int32_t kRed = 0x0000FF;  // OLE colour BGR
@@ -236,17 +223,8 @@ TEST(ControlHosting, DesignModeDrawsThroughTheViewWithoutAWindow) {
 }
 
 // Counts the container's view notifications.
-class ViewSink final : public StackObject<IAdviseSink> {
+class ViewSink final : public testsupport::StackComObject<IAdviseSink, IID_IAdviseSink> {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
-        if (riid == IID_IUnknown || riid == IID_IAdviseSink) {
-            *ppv = static_cast<IAdviseSink*>(this);
-            AddRef();
-            return S_OK;
-        }
-        *ppv = nullptr;
-        return E_NOINTERFACE;
-    }
     void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override {}
     void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override { ++changes; }
     void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
@@ -353,7 +331,7 @@ TEST(ControlHosting, EventsReachSinksAndTheirByReferenceChangesComeBack) {
     auto* target = static_cast<IDropTarget*>(::GetPropW(hwnd, L"OleDropTargetInterface"));
     ASSERT_NE(target, nullptr);
     const std::vector<std::u16string> files = {u"C:\\\u0444\u0430\u0439\u043B.txt", u"D:\\b"};
-    TextDataObject data(u"dragged \u00E9", files);
+    testsupport::TestDataObject data(u"dragged \u00E9", files);
     POINT at{5, 5};
     ::ClientToScreen(hwnd, &at);
     DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;

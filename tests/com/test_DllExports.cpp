@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "ComTestSupport.h"
+#include "support/OleSession.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ ComPtr<IClassFactory> FactoryOf(const GUID& clsid) {
 }
 
 TEST(DllExports, CanUnloadNowOnlyAfterTheLastObjectAndLock) {
-    const HRESULT ole = ::OleInitialize(nullptr);
+    const testsupport::OleSession ole;
     {
         ASSERT_EQ(S_OK, Server::Instance().CanUnloadNow());
         ComPtr<IClassFactory> factory = FactoryOf(tc::com::CLSID_clsLargeNumber);
@@ -49,7 +50,6 @@ TEST(DllExports, CanUnloadNowOnlyAfterTheLastObjectAndLock) {
         factory.reset();
         EXPECT_EQ(S_OK, Server::Instance().CanUnloadNow());
     }
-    if (SUCCEEDED(ole)) ::OleUninitialize();
 }
 
 }  // namespace

@@ -13,6 +13,8 @@
 #include <shlobj.h>
 
 #include "ComTestSupport.h"
+#include "support/OleSession.h"
+#include "support/TestDataObject.h"
 #include "frame/ISubclassOwner.h"
 #include "frame/ITimerOwner.h"
 #include "graphics/DrawButton.h"
@@ -26,14 +28,11 @@ using tc::com::ComPtr;
 // Keeps COM initialised for one test and checks that every object of the server went away.
 class ComGraphics : public ::testing::Test {
 protected:
-    void SetUp() override { m_ole = ::OleInitialize(nullptr); }
-    void TearDown() override {
-        EXPECT_EQ(S_OK, Server::Instance().CanUnloadNow());
-        if (SUCCEEDED(m_ole)) ::OleUninitialize();
-    }
+    // Runs before the session ends: the objects must be gone while OLE is still up.
+    void TearDown() override { EXPECT_EQ(S_OK, Server::Instance().CanUnloadNow()); }
 
 private:
-    HRESULT m_ole = E_FAIL;
+    testsupport::OleSession m_ole;
 };
 
 // A COLORREF as it stands in a 32-bit DIB: red in the high byte.
@@ -64,22 +63,6 @@ LONG AsLong(const Var& v) {
     Var copy;
     if (FAILED(::VariantChangeType(&copy.v, const_cast<VARIANT*>(&v.v), 0, VT_I4))) return -12345;
     return copy.v.lVal;
-}
-
-// The "missing" marker that script hosts pass for an omitted optional argument.
-Var Missing() {
-    Var v;
-    v.v.vt = VT_ERROR;
-    v.v.scode = DISP_E_PARAMNOTFOUND;
-    return v;
-}
-
-template <class T>
-Var ByRef(VARTYPE type, T* target) {
-    Var v;
-    v.v.vt = static_cast<VARTYPE>(type | VT_BYREF);
-    v.v.byref = target;
-    return v;
 }
 
 // A CTL_RECT of the caller's memory, passed by reference as a record described by the server's
@@ -297,51 +280,6 @@ Var NewFont(const wchar_t* name) {
 std::u16string FontName(const Var& font) {
     return Call(font.v.pdispVal, L"Name").value.Text();
 }
-
-// A drag's data object holding a wide CF_HDROP list, or nothing when `files` is empty.
-class DropData final : public IDataObject {
-public:
-    std::vector<std::u16string> files;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
-        if (!ppv) return E_POINTER;
-        *ppv = nullptr;
-        if (riid != IID_IUnknown && riid != IID_IDataObject) return E_NOINTERFACE;
-        *ppv = static_cast<IDataObject*>(this);
-        return S_OK;
-    }
-    // Lives on the test's stack.
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override {
-        return !files.empty() && format->cfFormat == CF_HDROP && (format->tymed & TYMED_HGLOBAL) ? S_OK
-                                                                                                  : DV_E_FORMATETC;
-    }
-    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
-        if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
-        std::u16string list;
-        for (const std::u16string& file : files) list += file + u'\0';
-        list += u'\0';
-        const size_t bytes = sizeof(DROPFILES) + list.size() * sizeof(char16_t);
-        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
-        auto* header = static_cast<DROPFILES*>(::GlobalLock(block));
-        header->pFiles = sizeof(DROPFILES);
-        header->fWide = TRUE;
-        memcpy(header + 1, list.data(), list.size() * sizeof(char16_t));
-        ::GlobalUnlock(block);
-        medium->tymed = TYMED_HGLOBAL;
-        medium->hGlobal = block;
-        medium->pUnkForRelease = nullptr;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
-};
 
 void PumpFor(DWORD milliseconds, const std::function<bool()>& done = [] { return false; }) {
     const DWORD start = ::GetTickCount();
@@ -571,7 +509,7 @@ TEST_F(ComGraphics, DrawButtonRecordThroughDispatchMatchesDirectCall) {
     CTL_RECT small{0, 0, 20, 12};
     Var inner = rects.Arg(small);
     EXPECT_EQ(S_OK, Call(common.get(), L"DrawRect",
-                         {HandleArg(wrapped.hdc()), ByRef(VT_VARIANT, &inner.v), Var(0x00102030), Var(true)})
+                         {HandleArg(wrapped.hdc()), Ref(VT_VARIANT, &inner.v), Var(0x00102030), Var(true)})
                         .hr);
     EXPECT_EQ(InDib(0x00102030), wrapped.At(19, 11));
 
@@ -614,7 +552,7 @@ TEST_F(ComGraphics, RecordsAndArgumentsComeBackChanged) {
     // The same measure through by-reference longs.
     LONG wDim = -1, hMax = -1;
     ASSERT_EQ(S_OK, Call(common.get(), L"CalculateStringDim",
-                         {HandleArg(canvas.hdc()), Var(text), Var(false), ByRef(VT_I4, &wDim), ByRef(VT_I4, &hMax)})
+                         {HandleArg(canvas.hdc()), Var(text), Var(false), Ref(VT_I4, &wDim), Ref(VT_I4, &hMax)})
                         .hr);
     EXPECT_EQ(expected.right, wDim);
     EXPECT_EQ(expected.bottom, hMax);
@@ -622,7 +560,7 @@ TEST_F(ComGraphics, RecordsAndArgumentsComeBackChanged) {
 
     SHORT red = -1, green = -1, blue = -1;
     ASSERT_EQ(S_OK, Call(common.get(), L"ColorToComponents",
-                         {Var(0x00332211), ByRef(VT_I2, &red), ByRef(VT_I2, &green), ByRef(VT_I2, &blue)})
+                         {Var(0x00332211), Ref(VT_I2, &red), Ref(VT_I2, &green), Ref(VT_I2, &blue)})
                         .hr);
     EXPECT_EQ(0x11, red);
     EXPECT_EQ(0x22, green);
@@ -630,7 +568,7 @@ TEST_F(ComGraphics, RecordsAndArgumentsComeBackChanged) {
 
     LONG ewt = -1, major = -1, minor = -1, build = -1;
     ASSERT_EQ(S_OK, Call(common.get(), L"GetWindowsVersionEx",
-                         {ByRef(VT_I4, &ewt), ByRef(VT_I4, &major), ByRef(VT_I4, &minor), ByRef(VT_I4, &build)})
+                         {Ref(VT_I4, &ewt), Ref(VT_I4, &major), Ref(VT_I4, &minor), Ref(VT_I4, &build)})
                         .hr);
     EXPECT_EQ(AsLong(Call(common.get(), L"GetWindowsVersion").value), ewt);
     EXPECT_GE(major, 5);
@@ -733,8 +671,9 @@ TEST_F(ComGraphics, ApplyFontToFormWalksTheHostForm) {
 TEST_F(ComGraphics, DroppedFilesComeAsCollectionOfWidePaths) {
     ComPtr<IDispatch> common = Server::Instance().Create(tc::com::CLSID_clsCommonWrapper);
     ASSERT_TRUE(common);
-    DropData data;
-    data.files = {u"C:\\\u0414\u0430\u043D\u043D\u044B\u0435\\a.txt", u"C:\\\u6587\u4EF6\\\xD83D\xDE00.bin"};
+    const std::vector<std::u16string> files = {u"C:\\\u0414\u0430\u043D\u043D\u044B\u0435\\a.txt",
+                                               u"C:\\\u6587\u4EF6\\\xD83D\xDE00.bin"};
+    testsupport::TestDataObject data(files);
     Var dataArg;
     dataArg.v.vt = VT_UNKNOWN;
     dataArg.v.punkVal = &data;
@@ -743,11 +682,11 @@ TEST_F(ComGraphics, DroppedFilesComeAsCollectionOfWidePaths) {
     ASSERT_EQ(VT_DISPATCH, dropped.value.v.vt);
     IDispatch* collection = dropped.value.v.pdispVal;
     ASSERT_EQ(2, AsLong(Call(collection, L"Count").value));
-    EXPECT_EQ(data.files[0], Call(collection, L"Item", {Var(1)}).value.Text());
-    EXPECT_EQ(data.files[1], Call(collection, L"Item", {Var(2)}).value.Text());
+    EXPECT_EQ(files[0], Call(collection, L"Item", {Var(1)}).value.Text());
+    EXPECT_EQ(files[1], Call(collection, L"Item", {Var(2)}).value.Text());
 
     // Without CF_HDROP the collection is empty.
-    DropData none;
+    testsupport::TestDataObject none;
     dataArg.v.punkVal = &none;
     const CallResult empty = Call(common.get(), L"GetUnicodeDroppedFiles", {dataArg});
     ASSERT_EQ(S_OK, empty.hr);
@@ -784,7 +723,7 @@ TEST_F(ComGraphics, HexEnvelopeRoundTripsEveryCodeUnit) {
     const std::u16string text = u"\u0416\u0438\u0437\u043D\u044C \u4E2D\u6587 \xD83D\xDE00 \xD800 x\xDC00" +
                                 std::u16string(1, u'\0') + u"end";
     Var original(text);
-    const CallResult hex = Call(common.get(), L"StrToHex", {ByRef(VT_BSTR, &original.v.bstrVal)});
+    const CallResult hex = Call(common.get(), L"StrToHex", {Ref(VT_BSTR, &original.v.bstrVal)});
     ASSERT_EQ(S_OK, hex.hr);
     const std::u16string envelope = hex.value.Text();
     EXPECT_EQ(u"0X", envelope.substr(0, 2));

@@ -15,13 +15,6 @@ constexpr LONG kInvalidProcedureCall = static_cast<LONG>(0x800A0005);
 constexpr LONG kSubscriptOutOfRange = static_cast<LONG>(0x800A0009);
 constexpr LONG kDuplicateKey = static_cast<LONG>(0x800A01C9);
 
-Var Missing() {
-    Var v;
-    v.v.vt = VT_ERROR;
-    v.v.scode = DISP_E_PARAMNOTFOUND;
-    return v;
-}
-
 std::vector<std::u16string> Texts(const std::vector<Var>& items) {
     std::vector<std::u16string> texts;
     for (const Var& item : items) texts.push_back(item.Text());

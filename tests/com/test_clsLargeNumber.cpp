@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
 
 #include "ComTestSupport.h"
+#include "support/OleSession.h"
 
 namespace {
 
 using namespace comtest;
 
 TEST(ComLargeNumber, ArithmeticAndErrorsThroughDispatch) {
-    const HRESULT ole = ::OleInitialize(nullptr);
+    const testsupport::OleSession ole;
     {
         ComPtr<IDispatch> number = Server::Instance().Create(tc::com::CLSID_clsLargeNumber);
         ASSERT_TRUE(number);
@@ -37,7 +38,6 @@ TEST(ComLargeNumber, ArithmeticAndErrorsThroughDispatch) {
         EXPECT_EQ(u"Cannot deal with negative numbers!", error.description);
     }
     EXPECT_EQ(S_OK, Server::Instance().CanUnloadNow());
-    if (SUCCEEDED(ole)) ::OleUninitialize();
 }
 
 }  // namespace

@@ -11,11 +11,17 @@ namespace testsupport {
 
 class OleSession {
 public:
-    OleSession() { EXPECT_TRUE(SUCCEEDED(::OleInitialize(nullptr))); }
-    ~OleSession() { ::OleUninitialize(); }
+    OleSession() : m_hr(::OleInitialize(nullptr)) { EXPECT_TRUE(SUCCEEDED(m_hr)) << std::hex << m_hr; }
+    // A failed initialisation must not be balanced by a release: it would undo someone else's.
+    ~OleSession() {
+        if (SUCCEEDED(m_hr)) ::OleUninitialize();
+    }
     // Pairs one initialisation with one release.
     OleSession(const OleSession&) = delete;
     OleSession& operator=(const OleSession&) = delete;
+
+private:
+    HRESULT m_hr;
 };
 
 }  // namespace testsupport

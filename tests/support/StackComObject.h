@@ -5,18 +5,30 @@
 
 namespace testsupport {
 
-// Answers IUnknown and Interface (whose id is Iid); the reference count is not kept because the
-// test owns the object's lifetime.
+// Lives on the test's stack: references are counted, so that a test can see what its users keep,
+// but the count never deletes the object. The derived class answers QueryInterface.
+template <class... Interfaces>
+class StackObject : public Interfaces... {
+public:
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_refs; }
+    ULONG STDMETHODCALLTYPE Release() override { return --m_refs; }
+    ULONG Refs() const noexcept { return m_refs; }
+
+private:
+    ULONG m_refs = 1;
+};
+
+// A stack object of one interface (whose id is Iid) that answers IUnknown and Interface.
 template <class Interface, const IID& Iid>
-class StackComObject : public Interface {
+class StackComObject : public StackObject<Interface> {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        if (!out) return E_POINTER;
         const bool known = ::IsEqualIID(iid, IID_IUnknown) || ::IsEqualIID(iid, Iid);
         *out = known ? static_cast<Interface*>(this) : nullptr;
+        if (known) this->AddRef();
         return known ? S_OK : E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
 };
 
 }  // namespace testsupport
