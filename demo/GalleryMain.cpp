@@ -5,6 +5,8 @@
 
 #include "GalleryImage.h"
 #include "GalleryPage.h"
+#include "frame/Win32Surface.h"
+#include "frame/WindowDpi.h"
 #include "graphics/GdiRaii.h"
 #include "graphics/clsMEMDC.h"
 
@@ -149,6 +151,7 @@ struct Options {
     std::wstring swatches;
     std::wstring screenshot;
     size_t page = 0;
+    int dpi = 0;  // 0: the system's
 };
 
 Options parseOptions() {
@@ -161,6 +164,7 @@ Options parseOptions() {
         if (name == L"--swatches") options.swatches = args[++i];
         else if (name == L"--screenshot") options.screenshot = args[++i];
         else if (name == L"--page") options.page = static_cast<size_t>(_wtoi(args[++i]));
+        else if (name == L"--dpi") options.dpi = _wtoi(args[++i]);
     }
     ::LocalFree(args);
     return options;
@@ -169,8 +173,12 @@ Options parseOptions() {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
+    // Before the first window: the system then sends WM_DPICHANGED instead of stretching a bitmap.
+    DeclarePerMonitorDpiAwareness();
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 2;
     const Options options = parseOptions();
+    // The controls of every page are drawn at the chosen DPI, whatever the screen's.
+    if (options.dpi > 0) Win32Surface::OverrideDpiForNewSurfaces(options.dpi);
     int result = 0;
     if (!options.swatches.empty()) {
         clsDIBSection sheet;

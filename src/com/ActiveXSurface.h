@@ -60,6 +60,8 @@ public:
     float ScaleHeight() const override;
     float ScaleX(float value, int16_t fromMode, int16_t toMode) const override;
     float ScaleY(float value, int16_t fromMode, int16_t toMode) const override;
+    // The in-place window's DPI; drawn inactive into a host's DC, the design DPI.
+    int32_t Dpi() const override { return m_window ? m_window->Dpi() : kDesignDpi; }
     void Size(float width, float height) override;
     bool AutoRedraw() const override { return m_bAutoRedraw; }
     void Refresh() override;

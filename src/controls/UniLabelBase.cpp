@@ -236,7 +236,8 @@ void UniLabelBase::autoSizeStep(HDC hdc) {
     CTL_RECT measure{0, 0, w, 1};
     DrawText(hdc, m_sCaption, measure, kMeasureLines);
     int32_t h = measure.bottom - measure.top;
-    const int32_t e = 2 * m_iMargin + (m_iBorderStyle == UniLabel_BS_Border ? 4 : 0);
+    // Margin is the user's pixels; the border's inset is the label's own and follows the DPI.
+    const int32_t e = 2 * m_iMargin + (m_iBorderStyle == UniLabel_BS_Border ? 2 * ScaleByDpi(2) : 0);
     const float scaleWidth = surface.ScaleWidth();
     const float scaleHeight = surface.ScaleHeight();
     // Equal already: this is what ends the Resize that Size below raises.
@@ -276,7 +277,7 @@ void UniLabelBase::DrawLabel(HDC hdc, int32_t quality, bool bSelectFontForText) 
     skipOnError([&] {
         if (m_iBackStyle != UniLabel_BS_Transparent) {
             DrawButton(hdc, r, m_lBackColor, m_iBorderStyle == UniLabel_BS_Border, m_lBorderColor, false, false, false,
-                       false, m_bRoundedBorders, m_iStyle, m_lBackColorOut);
+                       false, m_bRoundedBorders, m_iStyle, m_lBackColorOut, true, Dpi());
         } else {
             DrawRect(hdc, r, m_lBackColor, true);
         }
@@ -284,7 +285,8 @@ void UniLabelBase::DrawLabel(HDC hdc, int32_t quality, bool bSelectFontForText) 
 
     int32_t inset = 0;
     if (m_iBorderStyle == UniLabel_BS_Border) {
-        inset = m_bAutoSize ? m_iMargin + 2 : 2;
+        const int32_t borderInset = ScaleByDpi(2);
+        inset = m_bAutoSize ? m_iMargin + borderInset : borderInset;
     } else if (m_bAutoSize) {
         inset = m_iMargin;  // Margin counts only with AutoSize
     }

@@ -112,7 +112,13 @@ void ControlFrame::SelectSurfaceFont(clsFontHDC& holder, HDC hdc, int32_t qualit
     const std::shared_ptr<StdFont> font = m_surface.Font();
     if (!font || hdc == nullptr) return;
     try {
-        holder.SetFontToDC(hdc, font->Name(), static_cast<int16_t>(std::lround(font->Size())), -1, font->Bold(),
+        // The holder sizes the font by the DC's LOGPIXELSY. Where the window is shown at another DPI
+        // (per monitor, or a host that sets it), the point size is carried over to the DC's scale.
+        const int32_t dcDpi = ::GetDeviceCaps(hdc, LOGPIXELSY);
+        const int32_t dpi = m_surface.Dpi();
+        double points = font->Size();
+        if (dcDpi > 0 && dpi != dcDpi) points = points * dpi / dcDpi;
+        holder.SetFontToDC(hdc, font->Name(), static_cast<int16_t>(std::lround(points)), -1, font->Bold(),
                            font->Italic(), font->Underline(), font->Strikethrough(), quality);
     } catch (...) {
         // No font selected: the DC keeps the one it has.
@@ -146,7 +152,7 @@ void ControlFrame::ApplyRoundMask() {
         const CTL_RECT all = SurfaceRect();
         mask.CreateDC(all.right, all.bottom, eMemDcBkMode_OPAQUE);
         mask.DrawBackColor(0);
-        DrawRRect(mask.hDC(), all, true, 0x00FFFFFF, 0x00FFFFFF, 1, PS_SOLID, 2);
+        DrawRRect(mask.hDC(), all, true, 0x00FFFFFF, 0x00FFFFFF, 1, PS_SOLID, ScaleByDpi(2));
     } catch (...) {
     }
     ApplyMask(mask);
@@ -236,6 +242,15 @@ void ControlFrame::Resize() {
 }
 
 void ControlFrame::AmbientChanged(const CtlString&) { RequestDrawControl(); }
+
+void ControlFrame::DpiChanged() {
+    try {
+        RebuildDpiCaches();
+    } catch (...) {
+    }
+    UpdateRegion();
+    RequestDrawControl();
+}
 
 void ControlFrame::Click() {
     if (m_events != nullptr) m_events->Click();

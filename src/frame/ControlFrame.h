@@ -54,6 +54,8 @@ public:
     void AmbientChanged(const CtlString& propertyName) override;
     void GotFocus() override;
     void LostFocus() override;
+    // Rebuilds what depends on the DPI (RebuildDpiCaches, the shape), then repaints.
+    void DpiChanged() override;
     void Click() override;
     void DblClick() override;
     void MouseDown(int16_t& Button, int16_t& Shift, float& x, float& y) override;
@@ -102,6 +104,8 @@ protected:
     virtual void RaiseResize() {}
     // Whether focus changes redraw (a button that shows its focus).
     virtual bool RedrawsOnFocus() const { return false; }
+    // Drops fonts, bitmaps and metrics made for the previous DPI; DpiChanged calls it.
+    virtual void RebuildDpiCaches() {}
     // Font quality for text drawn through a window DC (eFontHDCQualityType).
     virtual int32_t TextQuality() const { return 0; }
 
@@ -113,6 +117,10 @@ protected:
     bool DrawThroughWindowDC() noexcept;
     // The colours step: the stored fore colour on the surface, or grey while disabled.
     void ApplyColours(int32_t lStoredForeColor);
+    // The surface's DPI, and a size the control chooses itself (designed at 96 DPI) scaled to it.
+    // Sizes a user set in properties are the user's and do not go through ScaleByDpi.
+    int32_t Dpi() const { return m_surface.Dpi(); }
+    int32_t ScaleByDpi(int32_t pixels) const { return ScaleToDpi(pixels, m_surface.Dpi()); }
     // ScaleWidth and ScaleHeight rounded to whole pixels, from 0,0.
     CTL_RECT SurfaceRect() const;
     // Selects the surface's font (or `font`) into `hdc` through `holder`; text colour untouched.
@@ -120,7 +128,7 @@ protected:
     // Turns a white-on-black mask into the surface's shape: MaskColor 0, MaskPicture, BackStyle 0.
     // Consumes the memory DC's bitmap.
     void ApplyMask(clsMEMDC& mask);
-    // A filled rounded rectangle of the whole surface as its shape (corner 2).
+    // A filled rounded rectangle of the whole surface as its shape (corner 2 at 96 DPI).
     void ApplyRoundMask();
     // Back to a rectangular window.
     void ApplyOpaqueShape();

@@ -9,6 +9,7 @@
 #include "frame/StdFont.h"
 #include "frame/StdPicture.h"
 #include "frame/SurfaceClient.h"
+#include "frame/WindowDpi.h"
 #include "platform/win32/WinApi.h"
 
 // Scale modes of ScaleX and ScaleY.
@@ -74,6 +75,8 @@ public:
     virtual float ScaleHeight() const = 0;
     virtual float ScaleX(float value, int16_t fromMode, int16_t toMode) const = 0;
     virtual float ScaleY(float value, int16_t fromMode, int16_t toMode) const = 0;
+    // The DPI the surface is shown at; a surface without a window of its own answers 96.
+    virtual int32_t Dpi() const { return kDesignDpi; }
     // Width and height in twips.
     virtual void Size(float width, float height) = 0;
     virtual bool AutoRedraw() const = 0;

@@ -16,4 +16,6 @@ public:
     virtual void AccessKeyPress(int16_t& /*KeyAscii*/) {}
     virtual void GotFocus() {}
     virtual void LostFocus() {}
+    // The surface's DPI changed: cached fonts, bitmaps and metrics are stale.
+    virtual void DpiChanged() {}
 };

@@ -1,6 +1,7 @@
 #include "frame/Win32Surface.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <vector>
 
@@ -13,6 +14,12 @@ namespace {
 
 // Surfaces alive on this thread, for access keys; windows belong to the thread that made them.
 thread_local std::vector<Win32Surface*> t_liveSurfaces;
+
+std::atomic<int32_t> g_dpiForNewSurfaces{0};
+
+// Newer than some headers.
+constexpr UINT kDpiChanged = 0x02E0;
+constexpr UINT kDpiChangedAfterParent = 0x02E3;
 
 HINSTANCE moduleInstance() noexcept { return ::GetModuleHandleW(nullptr); }
 
@@ -118,7 +125,7 @@ void Win32Surface::WindowExtender::Top(float value) {
 // ---- life ----
 
 Win32Surface::Win32Surface(HWND parent, int32_t x, int32_t y, int32_t width, int32_t height, bool autoRedraw)
-    : m_bAutoRedraw(autoRedraw) {
+    : m_bAutoRedraw(autoRedraw), m_iDpiOverride(g_dpiForNewSurfaces.load()) {
     const auto ambientFont = m_defaultAmbient.Font();
     m_font = ambientFont ? ambientFont->Clone() : std::make_shared<StdFont>();
     if (!registerSurfaceClass()) return;
@@ -210,6 +217,15 @@ int32_t Win32Surface::pixelsPerInch(bool vertical) const {
     return dpi > 0 ? dpi : 96;
 }
 
+int32_t Win32Surface::Dpi() const { return m_iDpiOverride > 0 ? m_iDpiOverride : WindowDpi(m_hWnd); }
+
+void Win32Surface::OverrideDpi(int32_t dpi) {
+    m_iDpiOverride = dpi > 0 ? dpi : 0;
+    applyFont();
+}
+
+void Win32Surface::OverrideDpiForNewSurfaces(int32_t dpi) noexcept { g_dpiForNewSurfaces = dpi > 0 ? dpi : 0; }
+
 float Win32Surface::ScaleX(float value, int16_t fromMode, int16_t toMode) const {
     return ConvertScaleUnits(value, fromMode, toMode, false, pixelsPerInch(false));
 }
@@ -253,7 +269,8 @@ void Win32Surface::Font(std::shared_ptr<StdFont> value) {
 
 void Win32Surface::applyFont() {
     if (!m_font) return;
-    const int dpi = pixelsPerInch(true);
+    // The font follows the DPI the window is shown at, which the screen DC need not share.
+    const int dpi = Dpi();
     const int points = static_cast<int>(std::lround(m_font->Size()));
     const HFONT font = ::CreateFontW(-::MulDiv(points, dpi, 72), 0, 0, 0, m_font->Weight(),
                                      m_font->Italic() ? TRUE : FALSE, m_font->Underline() ? TRUE : FALSE,
@@ -433,6 +450,11 @@ LRESULT Win32Surface::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
         case WM_KILLFOCUS:
             if (m_client != nullptr) m_client->LostFocus();
             return 0;
+        case kDpiChanged:
+        case kDpiChangedAfterParent:
+            onDpiChanged(message == kDpiChanged && (::GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD) == 0,
+                         reinterpret_cast<const RECT*>(lParam));
+            return 0;
         case WM_DESTROY: {
             const LRESULT result = ::DefWindowProcW(hwnd, message, wParam, lParam);
             onDestroy();
@@ -442,6 +464,16 @@ LRESULT Win32Surface::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
             break;
     }
     return ::DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+void Win32Surface::onDpiChanged(bool topLevel, const RECT* suggested) {
+    // A top-level window takes the rectangle the system suggests for the new DPI.
+    if (topLevel && suggested != nullptr) {
+        ::SetWindowPos(m_hWnd, nullptr, suggested->left, suggested->top, suggested->right - suggested->left,
+                       suggested->bottom - suggested->top, SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    applyFont();
+    if (m_client != nullptr) m_client->DpiChanged();
 }
 
 void Win32Surface::onPaint() {

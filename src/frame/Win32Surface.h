@@ -75,6 +75,12 @@ public:
     // The surface's drop target while OLEDropMode is manual, else nullptr: for a host that
     // forwards drops arriving on a window of its own. No reference is added.
     IDropTarget* DropTarget() const noexcept { return m_dropTarget; }
+    // Makes the surface answer `dpi` instead of its window's (0 follows the window again) and
+    // re-creates its font; the control learns of it with the next WM_DPICHANGED_AFTERPARENT.
+    void OverrideDpi(int32_t dpi);
+    // The same for every surface created afterwards on any thread (0: none), for a host that
+    // renders at a chosen DPI.
+    static void OverrideDpiForNewSurfaces(int32_t dpi) noexcept;
     // The window class of every surface.
     static const wchar_t* WindowClassName() noexcept { return L"TarnwickSurface"; }
 
@@ -86,6 +92,7 @@ public:
     float ScaleHeight() const override;
     float ScaleX(float value, int16_t fromMode, int16_t toMode) const override;
     float ScaleY(float value, int16_t fromMode, int16_t toMode) const override;
+    int32_t Dpi() const override;
     void Size(float width, float height) override;
     bool AutoRedraw() const override { return m_bAutoRedraw; }
     void Refresh() override;
@@ -120,6 +127,7 @@ private:
     void onMouse(UINT message, WPARAM wParam, LPARAM lParam);
     bool onSetCursor();
     void onDestroy();
+    void onDpiChanged(bool topLevel, const RECT* suggested);
     void applyFont();
     void applyRegion();
     void recreateBackingBitmap();
@@ -146,6 +154,7 @@ private:
     int16_t m_iMousePointer = 0;
     std::shared_ptr<StdPicture> m_mouseIcon = StdPicture::Empty();
     int16_t m_iOLEDropMode = 0;
+    int32_t m_iDpiOverride = 0;
     SurfaceDropTarget* m_dropTarget = nullptr;
     OleTextDataObject* m_dragData = nullptr;  // while OLEDrag runs
     int16_t m_iPressedButtons = 0;            // buttons that went down inside, for Click

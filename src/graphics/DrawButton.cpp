@@ -1,6 +1,7 @@
 // DrawButton: body recipes and border stage of the nine button styles; pvDrawFlatFrame.
 #include "graphics/DrawButton.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "graphics/modCommonDraw.h"
@@ -18,6 +19,14 @@ struct ButtonDefaultStyle {
 thread_local ButtonDefaultStyle t_defaultStyle;
 
 int32_t inc(int32_t c, int d) { return ColorInc(c, static_cast<int16_t>(d)); }
+
+// A length designed at 96 DPI, at the DPI of the drawing.
+struct Scale {
+    int32_t dpi = 96;
+    int32_t operator()(int32_t pixels) const { return dpi == 96 || dpi <= 0 ? pixels : ::MulDiv(pixels, dpi, 96); }
+    // The width of a one-pixel line: at least 1.
+    int32_t line() const { return std::max<int32_t>(1, (*this)(1)); }
+};
 
 // Colours shared by the body and the border of one drawing.
 struct Palette {
@@ -58,7 +67,8 @@ void fadeRows(HDC hdc, const CTL_RECT& r, int32_t y1, int32_t y2, int32_t cStart
 }
 
 // Returns false when the drawing has to stop (a Glass body of height 0 has no highlight ratio).
-bool paintBody(HDC hdc, const CTL_RECT& r, int32_t style, bool pressed, bool rounded, const Palette& p) {
+bool paintBody(HDC hdc, const CTL_RECT& r, int32_t style, bool pressed, bool rounded, const Palette& p,
+               const Scale& px) {
     const int32_t l = r.left;
     const int32_t t = r.top;
     const int32_t rr = r.right;
@@ -69,10 +79,10 @@ bool paintBody(HDC hdc, const CTL_RECT& r, int32_t style, bool pressed, bool rou
     case iCtlBtnStyle_Flat:
         DrawRect(hdc, r, b, true);
         if (pressed) {
-            FadeToYCoords(hdc, l, B - 5, rr, B, b, p.e);
-            FadeToXCoords(hdc, rr - 5, t, rr, B, b, p.e);
-            FadeToYCoords(hdc, l, t, rr, t + 6, inc(b, -34), b);
-            FadeToXCoords(hdc, l, t, l + 6, B, inc(b, -34), b);
+            FadeToYCoords(hdc, l, B - px(5), rr, B, b, p.e);
+            FadeToXCoords(hdc, rr - px(5), t, rr, B, b, p.e);
+            FadeToYCoords(hdc, l, t, rr, t + px(6), inc(b, -34), b);
+            FadeToXCoords(hdc, l, t, l + px(6), B, inc(b, -34), b);
         }
         break;
     case iCtlBtnStyle_Xp:
@@ -92,7 +102,7 @@ bool paintBody(HDC hdc, const CTL_RECT& r, int32_t style, bool pressed, bool rou
         }
         break;
     case iCtlBtnStyle_Vista: {
-        const int32_t third = (B - t) / 3 + 2;
+        const int32_t third = (B - t) / 3 + px(2);
         if (pressed) {
             fadeRows(hdc, r, t, t + third, inc(b, -17), b);
             fadeRows(hdc, r, t + third, B, inc(b, -17), inc(b, 51));
@@ -115,34 +125,38 @@ bool paintBody(HDC hdc, const CTL_RECT& r, int32_t style, bool pressed, bool rou
             fadeRows(hdc, r, t, t + h, inc(b, 128), inc(b, 32));
             fadeRows(hdc, r, t + h, B, inc(b, -51), b);
         } else {
-            fadeRows(hdc, r, t, t + 7, kWhite, inc(b, 85));
-            fadeRows(hdc, r, t + 7, t + h, inc(b, 85), b);
+            fadeRows(hdc, r, t, t + px(7), kWhite, inc(b, 85));
+            fadeRows(hdc, r, t + px(7), t + h, inc(b, 85), b);
             fadeRows(hdc, r, t + h, B, inc(b, -51), p.g);
         }
         break;
     case iCtlBtnStyle_Xp2:
-        fadeRows(hdc, r, t, t + 4, pressed ? p.d : p.e, b);
-        DrawRectCoords(hdc, l, t + 4, rr, B - 4, b, true);
-        fadeRows(hdc, r, B - 4, B, b, pressed ? p.e : p.d);
+        fadeRows(hdc, r, t, t + px(4), pressed ? p.d : p.e, b);
+        DrawRectCoords(hdc, l, t + px(4), rr, B - px(4), b, true);
+        fadeRows(hdc, r, B - px(4), B, b, pressed ? p.e : p.d);
         break;
     case iCtlBtnStyle_Glass:
         if (pressed) {
-            fadeRows(hdc, r, t, t + 5, p.d, b);
-            DrawRectCoords(hdc, l, t + 5, rr, t + 15, b, true);
-            fadeRows(hdc, r, t + 15, B, b, p.e);
+            fadeRows(hdc, r, t, t + px(5), p.d, b);
+            DrawRectCoords(hdc, l, t + px(5), rr, t + px(15), b, true);
+            fadeRows(hdc, r, t + px(15), B, b, p.e);
         } else {
             fadeRows(hdc, r, t, B, p.d, p.e);
             if (B == t) return false;
             const int32_t q = (B - t) / 4;
-            const double ratio = static_cast<double>(q + 3) / static_cast<double>(B - t) * 100.0;
+            const double ratio = static_cast<double>(q + px(3)) / static_cast<double>(B - t) * 100.0;
             const int32_t percent = static_cast<int32_t>(std::nearbyint(ratio));
             const int32_t m = BlendColors(p.d, p.e, percent);
             if (rounded) {
-                DrawLineCoords(hdc, l + 4, t + 2, rr - 4, t + 2, p.e);
-                FadeToYCoords(hdc, l + 3, t + 3, rr - 3, t + 3 + q, p.e, m);
-                DrawLineCoords(hdc, l + 4, t + 3 + q, rr - 4, t + 3 + q, m);
+                for (int32_t i = 0; i < px.line(); ++i) {
+                    DrawLineCoords(hdc, l + px(4), t + px(2) + i, rr - px(4), t + px(2) + i, p.e);
+                }
+                FadeToYCoords(hdc, l + px(3), t + px(3), rr - px(3), t + px(3) + q, p.e, m);
+                for (int32_t i = 0; i < px.line(); ++i) {
+                    DrawLineCoords(hdc, l + px(4), t + px(3) + q + i, rr - px(4), t + px(3) + q + i, m);
+                }
             } else {
-                FadeToYCoords(hdc, l + 2, t + 2, rr - 2, t + 3 + q, p.e, m);
+                FadeToYCoords(hdc, l + px(2), t + px(2), rr - px(2), t + px(3) + q, p.e, m);
             }
         }
         break;
@@ -152,13 +166,18 @@ bool paintBody(HDC hdc, const CTL_RECT& r, int32_t style, bool pressed, bool rou
     return true;
 }
 
-void stripY(HDC hdc, int32_t x, int32_t y1, int32_t y2, int32_t cStart, int32_t cStop) {
-    FadeToYCoords(hdc, x, y1, x, y2, cStart, cStop);
+// A vertical strip one line wide, inward from x (to the right, or to the left with `fromRight`).
+void stripY(HDC hdc, const Scale& px, int32_t x, bool fromRight, int32_t y1, int32_t y2, int32_t cStart,
+            int32_t cStop) {
+    for (int32_t i = 0; i < px.line(); ++i) {
+        const int32_t at = fromRight ? x - i : x + i;
+        FadeToYCoords(hdc, at, y1, at, y2, cStart, cStop);
+    }
 }
 
-// The one-pixel strips inside the border, and the inner corner colours (ct top, cb bottom).
-void paintStrips(HDC hdc, const CTL_RECT& in, int32_t style, bool pressed, const Palette& p, int32_t& ct,
-                 int32_t& cb) {
+// The strips one line wide inside the border, and the inner corner colours (ct top, cb bottom).
+void paintStrips(HDC hdc, const CTL_RECT& in, int32_t style, bool pressed, const Palette& p, const Scale& px,
+                 int32_t& ct, int32_t& cb) {
     const int32_t l = in.left;
     const int32_t t = in.top;
     const int32_t r = in.right;
@@ -167,8 +186,8 @@ void paintStrips(HDC hdc, const CTL_RECT& in, int32_t style, bool pressed, const
     const int32_t f = p.f;
     const auto half = [f](int32_t c) { return BlendColors(f, c, 50); };
     const auto vistaPressed = [&] {
-        stripY(hdc, l, t, B, b, inc(b, 51));
-        stripY(hdc, r - 1, t, B, b, inc(b, 51));
+        stripY(hdc, px, l, false, t, B, b, inc(b, 51));
+        stripY(hdc, px, r - 1, true, t, B, b, inc(b, 51));
         ct = half(b);
         cb = half(inc(b, 51));
     };
@@ -191,8 +210,8 @@ void paintStrips(HDC hdc, const CTL_RECT& in, int32_t style, bool pressed, const
         } else {
             // Both side strips fade from the light top down to the back colour.
             const int32_t light = inc(b, style == iCtlBtnStyle_Vista3 ? 128 : 51);
-            stripY(hdc, l, t, B, light, b);
-            stripY(hdc, r - 1, t, B, light, b);
+            stripY(hdc, px, l, false, t, B, light, b);
+            stripY(hdc, px, r - 1, true, t, B, light, b);
             ct = half(style == iCtlBtnStyle_Vista ? inc(b, 34) : light);
             cb = half(b);
         }
@@ -201,21 +220,21 @@ void paintStrips(HDC hdc, const CTL_RECT& in, int32_t style, bool pressed, const
         if (pressed) {
             vistaPressed();
         } else {
-            stripY(hdc, l, t, B, kWhite, inc(b, 34));
-            stripY(hdc, r - 1, t, B, kWhite, inc(b, 85));
-            FadeToXCoords(hdc, l, t, r, t, inc(b, 85), kWhite);
+            stripY(hdc, px, l, false, t, B, kWhite, inc(b, 34));
+            stripY(hdc, px, r - 1, true, t, B, kWhite, inc(b, 85));
+            for (int32_t i = 0; i < px.line(); ++i) FadeToXCoords(hdc, l, t + i, r, t + i, inc(b, 85), kWhite);
             ct = half(kWhite);
             cb = half(p.g);
         }
         break;
     case iCtlBtnStyle_Xp2:
-        stripY(hdc, l, t, t + 10, pressed ? p.d : p.e, b);
-        stripY(hdc, r - 1, B - 10, B, b, pressed ? p.e : p.d);
+        stripY(hdc, px, l, false, t, t + px(10), pressed ? p.d : p.e, b);
+        stripY(hdc, px, r - 1, true, B - px(10), B, b, pressed ? p.e : p.d);
         ct = half(pressed ? p.d : p.e);
         cb = half(pressed ? p.e : p.d);
         break;
     case iCtlBtnStyle_Glass:
-        if (pressed) stripY(hdc, l, t, t + 10, p.d, b);
+        if (pressed) stripY(hdc, px, l, false, t, t + px(10), p.d, b);
         ct = half(p.d);
         cb = half(p.e);
         break;
@@ -224,39 +243,59 @@ void paintStrips(HDC hdc, const CTL_RECT& in, int32_t style, bool pressed, const
     }
 }
 
-void paintInnerCorners(HDC hdc, const CTL_RECT& in, int32_t ct, int32_t cb) {
-    DrawPixel(hdc, in.left, in.top, ct);
-    DrawPixel(hdc, in.right - 1, in.top, ct);
-    DrawPixel(hdc, in.left, in.bottom - 1, cb);
-    DrawPixel(hdc, in.right - 1, in.bottom - 1, cb);
+// A dot one line wide and high, at x,y growing towards the inside of `r`.
+void paintDot(HDC hdc, const CTL_RECT& r, const Scale& px, int32_t x, int32_t y, int32_t color) {
+    const int32_t n = px.line();
+    if (n == 1) {
+        DrawPixel(hdc, x, y, color);
+        return;
+    }
+    const int32_t x1 = x * 2 < r.left + r.right ? x : x - n + 1;
+    const int32_t y1 = y * 2 < r.top + r.bottom ? y : y - n + 1;
+    DrawRectCoords(hdc, x1, y1, x1 + n, y1 + n, color, true);
+}
+
+void paintInnerCorners(HDC hdc, const CTL_RECT& in, const Scale& px, int32_t ct, int32_t cb) {
+    paintDot(hdc, in, px, in.left, in.top, ct);
+    paintDot(hdc, in, px, in.right - 1, in.top, ct);
+    paintDot(hdc, in, px, in.left, in.bottom - 1, cb);
+    paintDot(hdc, in, px, in.right - 1, in.bottom - 1, cb);
 }
 
 // The eight pixels beside the outer corners that soften a rounded border.
-void paintCornerShoulders(HDC hdc, const CTL_RECT& r, int32_t color) {
+void paintCornerShoulders(HDC hdc, const CTL_RECT& r, const Scale& px, int32_t color) {
     const int32_t l = r.left;
     const int32_t t = r.top;
     const int32_t rr = r.right;
     const int32_t B = r.bottom;
-    DrawPixel(hdc, l + 1, t, color);
-    DrawPixel(hdc, l, t + 1, color);
-    DrawPixel(hdc, rr - 2, t, color);
-    DrawPixel(hdc, rr - 1, t + 1, color);
-    DrawPixel(hdc, l + 1, B - 1, color);
-    DrawPixel(hdc, l, B - 2, color);
-    DrawPixel(hdc, rr - 2, B - 1, color);
-    DrawPixel(hdc, rr - 1, B - 2, color);
-}
-
-void paintOutline(HDC hdc, const CTL_RECT& r, bool rounded, int32_t border, int32_t out) {
-    if (rounded) {
-        DrawRect(hdc, r, out, false);
-        DrawRRect(hdc, r, false, 0, border, 1, PS_SOLID, 4);
-    } else {
-        DrawRect(hdc, r, border, false);
-    }
+    const int32_t n = px.line();
+    paintDot(hdc, r, px, l + n, t, color);
+    paintDot(hdc, r, px, l, t + n, color);
+    paintDot(hdc, r, px, rr - 1 - n, t, color);
+    paintDot(hdc, r, px, rr - 1, t + n, color);
+    paintDot(hdc, r, px, l + n, B - 1, color);
+    paintDot(hdc, r, px, l, B - 1 - n, color);
+    paintDot(hdc, r, px, rr - 1 - n, B - 1, color);
+    paintDot(hdc, r, px, rr - 1, B - 1 - n, color);
 }
 
 CTL_RECT inset(const CTL_RECT& r, int32_t by) { return CTL_RECT{r.left + by, r.top + by, r.right - by, r.bottom - by}; }
+
+// The outline one line wide; a rounded one as nested round rectangles, each corner a little tighter.
+void paintOutline(HDC hdc, const CTL_RECT& r, bool rounded, int32_t border, int32_t out, const Scale& px) {
+    for (int32_t i = 0; i < px.line(); ++i) {
+        const CTL_RECT ring = inset(r, i);
+        if (rounded) {
+            DrawRect(hdc, ring, out, false);
+        } else {
+            DrawRect(hdc, ring, border, false);
+        }
+    }
+    if (!rounded) return;
+    for (int32_t i = 0; i < px.line(); ++i) {
+        DrawRRect(hdc, inset(r, i), false, 0, border, 1, PS_SOLID, std::max<int32_t>(2, px(4) - 2 * i));
+    }
+}
 
 }  // namespace
 
@@ -269,35 +308,35 @@ void SetDefaultButtonStyle(int32_t style) {
 
 void DrawButton(HDC lHdc, CTL_RECT& rWork, int32_t lBackColor, bool bUseBorder, int32_t lBorderColor, bool bPressed,
                 bool bDefault, bool bCancel, bool bDrawFocus, bool bRounded, int32_t iBtnStyle,
-                int32_t lBackColorOut, bool bAdaptLight) {
+                int32_t lBackColorOut, bool bAdaptLight, int32_t iDpi) {
     if (lHdc == nullptr) return;
+    const Scale px{iDpi};
+    const int32_t line = px.line();
     const int32_t style = (iBtnStyle == iCtlBtnStyle_UseDefault) ? GetDefaultButtonStyle() : iBtnStyle;
     const Palette p = makePalette(style, lBackColor, lBorderColor, lBackColorOut, bAdaptLight);
     const CTL_RECT r = rWork;
 
-    if (!paintBody(lHdc, r, style, bPressed, bRounded, p)) return;
+    if (!paintBody(lHdc, r, style, bPressed, bRounded, p, px)) return;
 
     // A style without a recipe paints neither body nor border; the marks below still run.
     const bool known = style >= iCtlBtnStyle_Flat && style <= iCtlBtnStyle_Xp2;
     if (bUseBorder && known) {
-        paintOutline(lHdc, r, bRounded, p.f, p.o);
-        const CTL_RECT in = inset(r, 1);
+        paintOutline(lHdc, r, bRounded, p.f, p.o, px);
+        const CTL_RECT in = inset(r, line);
         int32_t ct = 0;
         int32_t cb = 0;
-        paintStrips(lHdc, in, style, bPressed, p, ct, cb);
+        paintStrips(lHdc, in, style, bPressed, p, px, ct, cb);
         if (bRounded) {
-            paintInnerCorners(lHdc, in, ct, cb);
-            paintCornerShoulders(lHdc, r, BlendColors(p.f, p.b, 30));
+            paintInnerCorners(lHdc, in, px, ct, cb);
+            paintCornerShoulders(lHdc, r, px, BlendColors(p.f, p.b, 30));
         }
     }
 
-    if (bDefault) {
-        DrawRect(lHdc, inset(r, 1), kDefaultFrame, false);
-    } else if (bCancel) {
-        DrawRect(lHdc, inset(r, 1), kCancelFrame, false);
+    for (int32_t i = 0; i < line && (bDefault || bCancel); ++i) {
+        DrawRect(lHdc, inset(r, line + i), bDefault ? kDefaultFrame : kCancelFrame, false);
     }
     if (bDrawFocus) {
-        const CTL_RECT focus = inset(r, 2);
+        const CTL_RECT focus = inset(r, 2 * line);
         const RECT area{focus.left, focus.top, focus.right, focus.bottom};
         ::DrawFocusRect(lHdc, &area);
     }
@@ -313,10 +352,11 @@ void pvDrawFlatFrame(HDC hdc, const CTL_RECT& r, int32_t lBack, int32_t lBorder,
         DrawLineCoords(hdc, r.left + 1, r.bottom - 1, r.right - 1, r.bottom - 1, p.f);
         return;
     }
-    paintOutline(hdc, r, bRounded, p.f, p.o);
+    const Scale px;
+    paintOutline(hdc, r, bRounded, p.f, p.o, px);
     if (bRounded) {
         const int32_t corner = BlendColors(p.f, p.b, 50);
-        paintInnerCorners(hdc, inset(r, 1), corner, corner);
-        paintCornerShoulders(hdc, r, BlendColors(p.f, p.b, 30));
+        paintInnerCorners(hdc, inset(r, 1), px, corner, corner);
+        paintCornerShoulders(hdc, r, px, BlendColors(p.f, p.b, 30));
     }
 }

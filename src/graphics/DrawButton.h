@@ -21,10 +21,11 @@ enum eCtlButtonStyle : int32_t {
 
 // Paints the background of a button-like area from one back colour. Colours are OLE colours;
 // lBorderColor and lBackColorOut take -1 for "derived". rWork comes back as it went in.
+// Border lines, strips, corners, bands and marks are designed at 96 DPI and scale to iDpi.
 // Never throws.
 void DrawButton(HDC lHdc, CTL_RECT& rWork, int32_t lBackColor, bool bUseBorder, int32_t lBorderColor,
                 bool bPressed, bool bDefault, bool bCancel, bool bDrawFocus, bool bRounded,
-                int32_t iBtnStyle, int32_t lBackColorOut, bool bAdaptLight = true);
+                int32_t iBtnStyle, int32_t lBackColorOut, bool bAdaptLight = true, int32_t iDpi = 96);
 
 // The style that -1 stands for on this thread: 3 (Vista) until set.
 int32_t GetDefaultButtonStyle();
