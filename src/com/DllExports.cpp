@@ -5,6 +5,7 @@
 #include "com/ComClassTable.h"
 #include "com/ComModule.h"
 #include "com/ComRegistration.h"
+#include "frame/SurfaceAccessible.h"
 
 using namespace tc::com;
 
@@ -23,7 +24,11 @@ __declspec(dllexport) HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID clsid, R
     return hr;
 }
 
-__declspec(dllexport) HRESULT STDAPICALLTYPE DllCanUnloadNow() { return ModuleLock::Count() == 0 ? S_OK : S_FALSE; }
+// A screen reader may hold a control's accessible object after the control is gone: its code
+// stays loaded until the last one is released.
+__declspec(dllexport) HRESULT STDAPICALLTYPE DllCanUnloadNow() {
+    return ModuleLock::Count() == 0 && SurfaceAccessible::LiveObjects() == 0 ? S_OK : S_FALSE;
+}
 
 __declspec(dllexport) HRESULT STDAPICALLTYPE DllRegisterServer() { return RegisterServer(false); }
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <vector>
 
+#include <oleacc.h>
+
 #include "graphics/DrawButton.h"
 #include "graphics/clsFontHDC.h"
 #include "graphics/clsMEMDC.h"
@@ -126,6 +128,12 @@ void UniLabelBase::WriteProperties(PropertyBag& bag) const {
     bag.WriteProperty(u"MouseIcon", surface.MouseIcon());
 }
 
+// ---- accessibility ----
+
+int32_t UniLabelBase::AccessibleRole(int32_t child) const {
+    return child == CHILDID_SELF ? ROLE_SYSTEM_STATICTEXT : ControlFrame::AccessibleRole(child);
+}
+
 // ---- lets ----
 
 void UniLabelBase::shapeAndRedraw() {
@@ -136,6 +144,7 @@ void UniLabelBase::shapeAndRedraw() {
 void UniLabelBase::Caption(const CtlString& value) {
     m_sCaption = value;
     Surface().PropertyChanged(u"Caption");
+    NotifyAccessibleEvent(EVENT_OBJECT_NAMECHANGE);
     shapeAndRedraw();
 }
 
@@ -188,6 +197,7 @@ void UniLabelBase::AutoSize(bool value) {
 void UniLabelBase::Tip(const CtlString& value) {
     m_sTip = value;
     Surface().PropertyChanged(u"Tip");
+    NotifyAccessibleEvent(EVENT_OBJECT_DESCRIPTIONCHANGE);
 }
 
 void UniLabelBase::RoundedBorders(bool value) {

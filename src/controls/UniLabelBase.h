@@ -69,6 +69,9 @@ public:
     using ControlFrame::OLEDrag;
     using ControlFrame::OLEDropMode;
 
+    // Static text named by its caption; no value, no default action.
+    int32_t AccessibleRole(int32_t child) const override;
+
 protected:
     // BackStyle: public on the no-flicker label only.
     eUniLabel_BackStyle BackStyleValue() const noexcept { return m_iBackStyle; }
@@ -81,6 +84,7 @@ protected:
     void pvUpdateRegion();
 
     const CtlString& TipText() const override { return m_sTip; }
+    CtlString AccessibleCaption() const override { return m_sCaption; }
     void RaiseResize() override;
 
 private:

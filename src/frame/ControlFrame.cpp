@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include <oleacc.h>
+
 #include "frame/TipLayer.h"
 #include "graphics/GdiRaii.h"
 #include "graphics/clsFontHDC.h"
@@ -30,6 +32,7 @@ bool ControlFrame::Enabled() const { return m_surface.Enabled(); }
 void ControlFrame::Enabled(bool value) {
     if (m_surface.Enabled() == value) return;
     m_surface.Enabled(value);
+    NotifyAccessibleEvent(EVENT_OBJECT_STATECHANGE);
     RequestDrawControl();
 }
 
@@ -179,6 +182,71 @@ CtlString AccessKeyOfCaption(const CtlString& caption) {
         }
     }
     return CtlString();
+}
+
+CtlString CaptionWithoutAccessKeyMarker(const CtlString& caption) {
+    CtlString text;
+    text.reserve(caption.size());
+    bool afterAmpersand = false;
+    for (const char16_t unit : caption) {
+        if (unit == u'&' && !afterAmpersand) {
+            afterAmpersand = true;
+            continue;
+        }
+        afterAmpersand = false;
+        text.push_back(unit);
+    }
+    return text;
+}
+
+// ---- accessibility ----
+
+int32_t ControlFrame::AccessibleRole(int32_t) const { return ROLE_SYSTEM_CLIENT; }
+
+CtlString ControlFrame::AccessibleName(int32_t child) const {
+    return child == CHILDID_SELF ? CaptionWithoutAccessKeyMarker(AccessibleCaption()) : CtlString();
+}
+
+CtlString ControlFrame::AccessibleDescription(int32_t child) const {
+    return child == CHILDID_SELF ? TipText() : CtlString();
+}
+
+CtlString ControlFrame::AccessibleValue(int32_t) const { return CtlString(); }
+
+int32_t ControlFrame::AccessibleState(int32_t child) const {
+    if (child != CHILDID_SELF) return 0;
+    int32_t state = 0;
+    const HWND hwnd = m_surface.hWnd();
+    if (!m_surface.Enabled()) state |= STATE_SYSTEM_UNAVAILABLE;
+    if (hwnd != nullptr && !::IsWindowVisible(hwnd)) state |= STATE_SYSTEM_INVISIBLE;
+    if (TakesFocus()) {
+        state |= STATE_SYSTEM_FOCUSABLE;
+        if (hwnd != nullptr && ::GetFocus() == hwnd) state |= STATE_SYSTEM_FOCUSED;
+    }
+    return state;
+}
+
+CtlString ControlFrame::AccessibleDefaultAction(int32_t) const { return CtlString(); }
+
+bool ControlFrame::AccessibleDoDefaultAction(int32_t) { return false; }
+
+CtlString ControlFrame::AccessibleKeyboardShortcut(int32_t child) const {
+    const CtlString keys = m_surface.AccessKeys();
+    if (child != CHILDID_SELF || keys.empty()) return CtlString();
+    wchar_t key[2] = {static_cast<wchar_t>(keys.front()), L'\0'};
+    ::CharUpperBuffW(key, 1);
+    return u"Alt+" + CtlString(1, static_cast<char16_t>(key[0]));
+}
+
+bool ControlFrame::AccessibleSelect(int32_t child, int32_t flags) {
+    const HWND hwnd = m_surface.hWnd();
+    if (child != CHILDID_SELF || flags != SELFLAG_TAKEFOCUS || !TakesFocus() || hwnd == nullptr) return false;
+    ::SetFocus(hwnd);
+    return true;
+}
+
+void ControlFrame::NotifyAccessibleEvent(DWORD event, int32_t child) const noexcept {
+    if (const HWND hwnd = m_surface.hWnd()) ::NotifyWinEvent(event, hwnd, OBJID_CLIENT, child);
 }
 
 // ---- focus, tips, start ----

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "common/CtlTypes.h"
+#include "frame/AccessibleSource.h"
 #include "frame/ControlEvents.h"
 #include "frame/ControlSurface.h"
 #include "frame/CtlVariant.h"
@@ -16,7 +17,7 @@ class clsFontHDC;
 // A control derives from it, implements DrawControl, and exposes the members it has by
 // `using` the protected ones below. The frame registers itself as the surface's client and
 // detaches in its destructor.
-class ControlFrame : public SurfaceClient {
+class ControlFrame : public SurfaceClient, public AccessibleSource {
 public:
     // The grey text of a disabled control, and the usual defaults.
     static constexpr int32_t kDisabledTextColor = static_cast<int32_t>(0x80000011u);
@@ -69,6 +70,21 @@ public:
     void OLEDragDrop(SurfaceDataObject& Data, int32_t& Effect, int16_t& Button, int16_t& Shift, float& x,
                      float& y) override;
     void OLECompleteDrag(int32_t& Effect) override;
+    AccessibleSource* Accessible() override { return this; }
+
+    // ---- what screen readers read (AccessibleSource) ----
+    // Defaults for the control itself: a client area named by AccessibleCaption without its
+    // access-key marker, the tip as description, the state from the window, the access key as
+    // "Alt+X", no value and no default action. A control overrides what it knows better.
+    int32_t AccessibleRole(int32_t child) const override;
+    CtlString AccessibleName(int32_t child) const override;
+    CtlString AccessibleDescription(int32_t child) const override;
+    CtlString AccessibleValue(int32_t child) const override;
+    int32_t AccessibleState(int32_t child) const override;
+    CtlString AccessibleDefaultAction(int32_t child) const override;
+    bool AccessibleDoDefaultAction(int32_t child) override;
+    CtlString AccessibleKeyboardShortcut(int32_t child) const override;
+    bool AccessibleSelect(int32_t child, int32_t flags) override;
 
 protected:
     // Sets the guard for one DrawControl; `entered()` is false when a drawing already runs.
@@ -106,6 +122,12 @@ protected:
     virtual bool RedrawsOnFocus() const { return false; }
     // Drops fonts, bitmaps and metrics made for the previous DPI; DpiChanged calls it.
     virtual void RebuildDpiCaches() {}
+    // The caption that names the control for screen readers (markers included); empty by default.
+    virtual CtlString AccessibleCaption() const { return CtlString(); }
+    // Whether the control takes the focus (focusable, and selectable with SELFLAG_TAKEFOCUS).
+    virtual bool TakesFocus() const { return false; }
+    // Tells screen readers that the control itself changed (EVENT_OBJECT_*); nothing without a window.
+    void NotifyAccessibleEvent(DWORD event, int32_t child = CHILDID_SELF) const noexcept;
     // Font quality for text drawn through a window DC (eFontHDCQualityType).
     virtual int32_t TextQuality() const { return 0; }
 
@@ -162,3 +184,5 @@ private:
 
 // The access key of a caption: the character after the first single "&", or empty.
 CtlString AccessKeyOfCaption(const CtlString& caption);
+// The caption as it reads: "&&" becomes one "&", a single "&" vanishes.
+CtlString CaptionWithoutAccessKeyMarker(const CtlString& caption);

@@ -7,6 +7,8 @@
 #include "frame/KeyEvents.h"
 #include "frame/PointerEvents.h"
 
+class AccessibleSource;
+
 // Arguments a host may change are passed by reference, as the events that carry them on.
 class SurfaceClient : public PointerEvents, public KeyEvents {
 public:
@@ -16,6 +18,8 @@ public:
     virtual void AccessKeyPress(int16_t& /*KeyAscii*/) {}
     virtual void GotFocus() {}
     virtual void LostFocus() {}
+    // What the control tells screen readers; nullptr leaves the window to the system's default.
+    virtual AccessibleSource* Accessible() { return nullptr; }
     // The surface's DPI changed: cached fonts, bitmaps and metrics are stale.
     virtual void DpiChanged() {}
 };

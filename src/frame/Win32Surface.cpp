@@ -8,6 +8,7 @@
 #include "frame/IPAOHookFilter.h"
 #include "frame/MaskRegion.h"
 #include "frame/ScaleUnits.h"
+#include "frame/SurfaceAccessible.h"
 #include "graphics/modCommonDraw.h"
 
 namespace {
@@ -154,7 +155,20 @@ Win32Surface::~Win32Surface() {
     std::erase(t_liveSurfaces, this);
 }
 
+void Win32Surface::SetClient(SurfaceClient* client) {
+    if (client != m_client) disconnectAccessible();
+    m_client = client;
+}
+
+void Win32Surface::disconnectAccessible() noexcept {
+    if (m_accessible == nullptr) return;
+    m_accessible->Disconnect();
+    m_accessible->Release();
+    m_accessible = nullptr;
+}
+
 void Win32Surface::onDestroy() {
+    disconnectAccessible();
     if (m_dropTarget != nullptr) {
         if (m_hWnd != nullptr) ::RevokeDragDrop(m_hWnd);
         m_dropTarget->Detach();
@@ -455,6 +469,8 @@ LRESULT Win32Surface::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
             onDpiChanged(message == kDpiChanged && (::GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD) == 0,
                          reinterpret_cast<const RECT*>(lParam));
             return 0;
+        case WM_GETOBJECT:
+            return onGetObject(wParam, lParam);
         case WM_DESTROY: {
             const LRESULT result = ::DefWindowProcW(hwnd, message, wParam, lParam);
             onDestroy();
@@ -474,6 +490,16 @@ void Win32Surface::onDpiChanged(bool topLevel, const RECT* suggested) {
     }
     applyFont();
     if (m_client != nullptr) m_client->DpiChanged();
+}
+
+LRESULT Win32Surface::onGetObject(WPARAM wParam, LPARAM lParam) {
+    // The object id is a 32-bit value that arrives sign-extended in a 64-bit LPARAM.
+    AccessibleSource* source = m_client != nullptr ? m_client->Accessible() : nullptr;
+    if (static_cast<DWORD>(lParam) != static_cast<DWORD>(OBJID_CLIENT) || source == nullptr) {
+        return ::DefWindowProcW(m_hWnd, WM_GETOBJECT, wParam, lParam);
+    }
+    if (m_accessible == nullptr) m_accessible = new SurfaceAccessible(m_hWnd, source);
+    return ::LresultFromObject(__uuidof(IAccessible), wParam, m_accessible);
 }
 
 void Win32Surface::onPaint() {

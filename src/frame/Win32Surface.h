@@ -9,6 +9,8 @@
 #include "frame/OleDragDrop.h"
 #include "graphics/GdiRaii.h"
 
+class SurfaceAccessible;
+
 // WM_PAINT becomes Paint, mouse and keys become the client's events, AutoRedraw keeps a backing
 // bitmap, BackStyle 0 turns MaskPicture into the window's region, and OLEDropMode 1 registers
 // the window as a drop target. Extender and Ambient default to built-in ones a host can fill
@@ -85,7 +87,8 @@ public:
     static const wchar_t* WindowClassName() noexcept { return L"TarnwickSurface"; }
 
     // ---- ControlSurface ----
-    void SetClient(SurfaceClient* client) override { m_client = client; }
+    // A new client (or none) disconnects the accessible object that described the old one.
+    void SetClient(SurfaceClient* client) override;
     HWND hWnd() const override { return m_hWnd; }
     HDC hDC() const override;
     float ScaleWidth() const override;
@@ -127,6 +130,8 @@ private:
     void onMouse(UINT message, WPARAM wParam, LPARAM lParam);
     bool onSetCursor();
     void onDestroy();
+    LRESULT onGetObject(WPARAM wParam, LPARAM lParam);
+    void disconnectAccessible() noexcept;
     void onDpiChanged(bool topLevel, const RECT* suggested);
     void applyFont();
     void applyRegion();
@@ -156,6 +161,7 @@ private:
     int16_t m_iOLEDropMode = 0;
     int32_t m_iDpiOverride = 0;
     SurfaceDropTarget* m_dropTarget = nullptr;
+    SurfaceAccessible* m_accessible = nullptr;  // one reference, while screen readers have asked
     OleTextDataObject* m_dragData = nullptr;  // while OLEDrag runs
     int16_t m_iPressedButtons = 0;            // buttons that went down inside, for Click
     bool m_bDoubleClickPending = false;       // the up after a double click raises no Click
