@@ -65,6 +65,12 @@ protected:
     bool TakesFocus() const override { return true; }
 };
 
+// State changes of client objects, recorded by an out-of-context hook on this thread.
+std::vector<HWND> t_stateChanges;
+void CALLBACK recordStateChange(HWINEVENTHOOK, DWORD, HWND hwnd, LONG object, LONG child, DWORD, DWORD) {
+    if (object == OBJID_CLIENT && child == CHILDID_SELF) t_stateChanges.push_back(hwnd);
+}
+
 struct Hosted {
     testsupport::TestHostWindow host;
     Win32Surface surface{host.get(), 20, 30, 100, 40};
@@ -116,7 +122,17 @@ TEST(Accessibility, StateLocationAndParentFollowTheWindow) {
     EXPECT_EQ(AskState(object.get()), STATE_SYSTEM_FOCUSABLE);
     ::SetFocus(hwnd);
     EXPECT_EQ(AskState(object.get()), STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED);
+    t_stateChanges.clear();
+    const HWINEVENTHOOK hook = ::SetWinEventHook(EVENT_OBJECT_STATECHANGE, EVENT_OBJECT_STATECHANGE, nullptr,
+                                                 &recordStateChange, ::GetCurrentProcessId(), 0,
+                                                 WINEVENT_OUTOFCONTEXT);
+    ASSERT_NE(hook, nullptr);
     hosted.control->Enabled(false);
+    hosted.control->Enabled(false);  // no change, no event
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+    ::UnhookWinEvent(hook);
+    EXPECT_EQ(t_stateChanges, std::vector<HWND>{hwnd});
     EXPECT_EQ(AskState(object.get()) & STATE_SYSTEM_UNAVAILABLE, STATE_SYSTEM_UNAVAILABLE);
     hosted.control->Enabled(true);
     ::ShowWindow(hwnd, SW_HIDE);
