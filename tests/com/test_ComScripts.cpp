@@ -125,9 +125,11 @@ protected:
     static inline std::string s_registration;
 };
 
-TEST_F(ComScripts, EveryCreatableTextClassByProgId) {
-    ExpectScriptPasses(L"creatable.js", {"cStringBuilder2", "clsUniFile", "clsFileIni", "clsFileIniEx",
-                                         "clsSearchFiles", "clsCollection", "clsLargeNumber"});
+TEST_F(ComScripts, EveryCreatableClassByProgId) {
+    ExpectScriptPasses(L"creatable.js",
+                       {"cStringBuilder2", "clsUniFile", "clsFileIni", "clsFileIniEx", "clsSearchFiles", "clsCollection",
+                        "clsMEMDC", "clsDIBSection", "clsFontHDC", "clsGdiHandle", "clsCommonWrapper", "cUniSubclass",
+                        "cUniTimer", "cUniWindow", "clsLargeNumber"});
 }
 
 TEST_F(ComScripts, LargeNumberArithmetic) {

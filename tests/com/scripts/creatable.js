@@ -1,4 +1,5 @@
-// Every creatable text class by its ProgID, with one representative call each.
+// Every creatable class by its ProgID, with one representative call each. Handles are 8 bytes on
+// x64, a type JScript cannot hold, so no handle is read here.
 function check(name, ok, detail) {
     WScript.Echo((ok ? "PASS " : "FAIL ") + name + (ok ? "" : ": " + detail));
 }
@@ -51,6 +52,55 @@ try {
         collection.Add("two");
         check("clsCollection", collection.Count == 2 && collection.Item("K1") == "one" && collection.Item(2) == "two",
               collection.Count);
+    }
+
+    var dc = create("clsMEMDC");
+    if (dc) {
+        dc.CreateDC(8, 8);
+        dc.BkColor = 255;
+        check("clsMEMDC", dc.BkColor == 255, dc.BkColor);
+    }
+
+    var dib = create("clsDIBSection");
+    if (dib) {
+        var made = dib.Create(4, 4, 32);
+        dib.Destroy();
+        check("clsDIBSection", made == true, made);
+    }
+
+    var font = create("clsFontHDC");
+    if (font) {
+        font.Destroy();
+        check("clsFontHDC", true, "");
+    }
+
+    var gdi = create("clsGdiHandle");
+    if (gdi) {
+        gdi.Destroy();
+        check("clsGdiHandle", true, "");
+    }
+
+    var wrapper = create("clsCommonWrapper");
+    if (wrapper) {
+        var blend = wrapper.BlendColors(0x000000, 0xFFFFFF, 50);
+        check("clsCommonWrapper", blend > 0 && blend < 0xFFFFFF, blend);
+    }
+
+    var subclass = create("cUniSubclass");
+    if (subclass) {
+        check("cUniSubclass", subclass.InIDE() == false, subclass.InIDE());
+    }
+
+    var timer = create("cUniTimer");
+    if (timer) {
+        check("cUniTimer", timer.IsActive() == false, timer.IsActive());
+    }
+
+    var window = create("cUniWindow");
+    if (window) {
+        var registered = window.WindowClassRegister("TarnwickScriptClass");
+        window.WindowClassUnregister();
+        check("cUniWindow", registered == true, registered);
     }
 
     var number = create("clsLargeNumber");
