@@ -20,17 +20,21 @@ HRESULT ExceptionFromErrorInfo(HRESULT hr, EXCEPINFO* excepInfo) noexcept;
 
 template <class F>
 HRESULT GuardCall(const wchar_t* source, F&& body) noexcept {
+    // Error info is only touched on failure: a successful call costs nothing extra, and a failure
+    // without a library error clears what an earlier failure may have left.
     try {
-        ::SetErrorInfo(0, nullptr);
         body();
         return S_OK;
     } catch (const CtlError& error) {
         return ReportError(error, source);
     } catch (const ComFailure& failure) {
+        ::SetErrorInfo(0, nullptr);
         return failure.hr;
     } catch (const std::bad_alloc&) {
+        ::SetErrorInfo(0, nullptr);
         return E_OUTOFMEMORY;
     } catch (...) {
+        ::SetErrorInfo(0, nullptr);
         return E_UNEXPECTED;
     }
 }

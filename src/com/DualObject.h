@@ -76,11 +76,11 @@ public:
         if (!info) return E_POINTER;
         *info = nullptr;
         if (index != 0) return DISP_E_BADINDEX;
-        return TypeInfoOf(Traits::iid, info);
+        return InterfaceInfo(info);
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
         ComPtr<ITypeInfo> info;
-        const HRESULT hr = TypeInfoOf(Traits::iid, info.put());
+        const HRESULT hr = InterfaceInfo(info.put());
         return FAILED(hr) ? hr : ::DispGetIDsOfNames(info.get(), names, count, ids);
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID riid, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
@@ -96,7 +96,7 @@ public:
             }
         }
         ComPtr<ITypeInfo> info;
-        const HRESULT hr = TypeInfoOf(Traits::iid, info.put());
+        const HRESULT hr = InterfaceInfo(info.put());
         if (FAILED(hr)) return hr;
         return info->Invoke(static_cast<InterfaceType*>(this), id, flags, params, result, excepInfo, argError);
     }
@@ -139,6 +139,16 @@ protected:
     virtual void* QueryMore(REFIID) { return nullptr; }
 
 private:
+    // The interface's type info, looked up once per class: every name lookup and call needs it.
+    static HRESULT InterfaceInfo(ITypeInfo** info) noexcept {
+        static ITypeInfo* cached = nullptr;
+        static const HRESULT found = TypeInfoOf(Traits::iid, &cached);
+        if (FAILED(found)) return found;
+        cached->AddRef();
+        *info = cached;
+        return S_OK;
+    }
+
     static std::shared_ptr<ObjectType> MakeObject() {
         if constexpr (std::is_default_constructible_v<ObjectType>) {
             return std::make_shared<ObjectType>();
