@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "graphics/FocusRect.h"
 #include "graphics/modCommonDraw.h"
 
 namespace {
@@ -338,7 +339,7 @@ void DrawButton(HDC lHdc, CTL_RECT& rWork, int32_t lBackColor, bool bUseBorder, 
     if (bDrawFocus) {
         const CTL_RECT focus = inset(r, 2 * line);
         const RECT area{focus.left, focus.top, focus.right, focus.bottom};
-        ::DrawFocusRect(lHdc, &area);
+        DrawFocusRectDpi(lHdc, area, iDpi);
     }
 }
 
