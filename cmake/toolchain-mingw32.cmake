@@ -1,4 +1,5 @@
-# Cross toolchain: i686-w64-mingw32 with POSIX threads, static runtime, tests run through Wine.
+# Cross toolchain: i686-w64-mingw32 with POSIX threads, static runtime, tests run through the i386
+# Wine of scripts/x86-env.sh (scripts/x86-run.sh).
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86)
 set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)
@@ -9,4 +10,4 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(TC_WIDL i686-w64-mingw32-widl)
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/wine-run.sh)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/x86-run.sh)
