@@ -31,7 +31,20 @@ void appendUtf8(std::string& out, uint32_t cp) {
 std::string Utf16ToUtf8(const std::u16string& text, LoneSurrogates lone) {
     std::string out;
     out.reserve(text.size());
+    uint8_t block[16];
     for (size_t i = 0; i < text.size(); ++i) {
+        while (text.size() - i >= 16) {
+            const uint32_t mask = asciiblock::Narrow(text.data() + i, block);
+            const size_t ascii = mask == 0 ? 16 : static_cast<size_t>(asciiblock::FirstSet(mask));
+            out.append(reinterpret_cast<const char*>(block), ascii);
+            i += ascii;
+            if (mask != 0) {
+                break;
+            }
+        }
+        if (i == text.size()) {
+            break;
+        }
         uint32_t cp = text[i];
         if (isHighSurrogate(cp) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
             cp = 0x10000 + ((cp - 0xD800) << 10) + (text[i + 1] - 0xDC00u);
@@ -48,7 +61,17 @@ std::u16string Utf8ToUtf16(const std::string& bytes) {
     std::u16string out;
     out.reserve(bytes.size());
     size_t i = 0;
+    char16_t block[16];
     while (i < bytes.size()) {
+        if (bytes.size() - i >= 16) {
+            const uint32_t mask = asciiblock::Widen(reinterpret_cast<const uint8_t*>(bytes.data()) + i, block);
+            const size_t ascii = mask == 0 ? 16 : static_cast<size_t>(asciiblock::FirstSet(mask));
+            out.append(block, ascii);
+            i += ascii;
+            if (ascii != 0) {
+                continue;
+            }
+        }
         const unsigned char lead = static_cast<unsigned char>(bytes[i]);
         if (lead < 0x80) {
             out += static_cast<char16_t>(lead);

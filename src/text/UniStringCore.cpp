@@ -6,6 +6,7 @@
 
 #include "common/CtlError.h"
 #include "platform/CodePage.h"
+#include "text/Utf8Kernels.h"
 #include "text/WindowsVersion.h"
 #include "text/clsBase64.h"
 
@@ -27,56 +28,25 @@ const std::array<uint8_t, 65536>& cp1252ByteTable() {
     return table;
 }
 
-// Eight bytes at once are ASCII when no high bit is set.
-inline bool eightAscii(const uint8_t* p) noexcept {
-    uint64_t v = 0;
-    std::memcpy(&v, p, sizeof v);
-    return (v & 0x8080808080808080ull) == 0;
-}
-
-inline bool fourAsciiUnits(const char16_t* p) noexcept {
-    uint64_t v = 0;
-    std::memcpy(&v, p, sizeof v);
-    return (v & 0xFF80FF80FF80FF80ull) == 0;
-}
-
-// Writes the UTF-8 bytes of one code unit; returns the position after them.
-inline uint8_t* putCodeUnit(uint8_t* out, uint32_t c) noexcept {
-    if (c < 128) {
-        *out++ = static_cast<uint8_t>(c);
-    } else if (c < 2048) {
-        *out++ = static_cast<uint8_t>(((c / 64) & 31) + 192);
-        *out++ = static_cast<uint8_t>((c & 63) + 128);
-    } else {
-        *out++ = static_cast<uint8_t>(((c / 4096) & 15) + 224);
-        *out++ = static_cast<uint8_t>(((c / 64) & 63) + 128);
-        *out++ = static_cast<uint8_t>((c & 63) + 128);
-    }
-    return out;
+// Code page 1252 in the direction byte to character.
+const std::array<char16_t, 256>& cp1252UnitTable() {
+    static const std::array<char16_t, 256> table = [] {
+        std::array<char16_t, 256> t{};
+        for (size_t b = 0; b < t.size(); ++b) {
+            t[b] = platform::Cp1252ByteToUnit(static_cast<uint8_t>(b));
+        }
+        return t;
+    }();
+    return table;
 }
 
 }  // namespace
 
 void AppendUTF8Bytes(std::vector<uint8_t>& out, const std::u16string& text) {
+    // Sized exactly: a result three times too large costs more in fresh pages than the count.
     const size_t start = out.size();
-    out.resize(start + text.size() * 3);
-    const char16_t* in = text.data();
-    const char16_t* const end = in + text.size();
-    uint8_t* const begin = out.data() + start;
-    uint8_t* next = begin;
-    while (in < end) {
-        if (end - in >= 4 && fourAsciiUnits(in)) {
-            next[0] = static_cast<uint8_t>(in[0]);
-            next[1] = static_cast<uint8_t>(in[1]);
-            next[2] = static_cast<uint8_t>(in[2]);
-            next[3] = static_cast<uint8_t>(in[3]);
-            in += 4;
-            next += 4;
-            continue;
-        }
-        next = putCodeUnit(next, *in++);
-    }
-    out.resize(start + static_cast<size_t>(next - begin));
+    out.resize(start + utf8kernel::EncodedLength(text.data(), text.size()));
+    utf8kernel::EncodeUnits(text.data(), text.size(), out.data() + start);
 }
 
 std::vector<uint8_t> StringToUTF8Bytes(const std::u16string& text) {
@@ -102,39 +72,7 @@ std::u16string UTF8BytesToString(const uint8_t* data, size_t length) {
     } catch (const std::bad_alloc&) {
         return std::u16string();
     }
-    char16_t* const begin = text.data();
-    char16_t* out = begin;
-    size_t i = 0;
-    while (i < length) {
-        if (length - i >= 8 && eightAscii(data + i)) {
-            for (size_t k = 0; k < 8; ++k) {
-                out[k] = data[i + k];
-            }
-            out += 8;
-            i += 8;
-            continue;
-        }
-        const uint32_t b = data[i];
-        if (b >= 194 && b <= 223) {
-            if (length - i < 2) {
-                break;
-            }
-            *out++ = static_cast<char16_t>((b & 31) * 64 + (data[i + 1] & 63));
-            i += 2;
-        } else if (b >= 224 && b <= 239) {
-            if (length - i < 3) {
-                break;
-            }
-            *out++ = static_cast<char16_t>((b & 15) * 4096 + (data[i + 1] & 63) * 64 + (data[i + 2] & 63));
-            i += 3;
-        } else {
-            // ASCII, stray continuation bytes, 192, 193 and the four-byte leads 240 to 255 all
-            // stand for themselves.
-            *out++ = static_cast<char16_t>(b);
-            ++i;
-        }
-    }
-    text.resize(static_cast<size_t>(out - begin));
+    text.resize(utf8kernel::DecodeLeads(data, length, text.data(), utf8kernel::Leads::Core));
     return text;
 }
 
@@ -150,11 +88,14 @@ std::u16string StrToUTF8(const std::u16string& Text) {
     if (Text.empty()) {
         return std::u16string();
     }
-    const std::vector<uint8_t> bytes = StringToUTF8Bytes(Text);
-    std::u16string image(bytes.size(), u'\0');
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        image[i] = platform::Cp1252ByteToUnit(bytes[i]);
+    // One character per UTF-8 byte, written in one pass without the bytes in between.
+    std::u16string image;
+    try {
+        image.resize(utf8kernel::EncodedLength(Text.data(), Text.size()));
+    } catch (const std::bad_alloc&) {
+        return std::u16string();
     }
+    utf8kernel::EncodeImage(Text.data(), Text.size(), image.data(), cp1252UnitTable());
     return image;
 }
 
@@ -162,12 +103,14 @@ std::u16string UTF8toStr(const std::u16string& Text) {
     if (Text.empty()) {
         return std::u16string();
     }
-    const std::array<uint8_t, 65536>& toByte = cp1252ByteTable();
-    std::vector<uint8_t> bytes(Text.size());
-    for (size_t i = 0; i < Text.size(); ++i) {
-        bytes[i] = toByte[Text[i]];
+    std::u16string text;
+    try {
+        text.resize(Text.size());
+    } catch (const std::bad_alloc&) {
+        return std::u16string();
     }
-    return UTF8BytesToString(bytes);
+    text.resize(utf8kernel::DecodeImage(Text.data(), Text.size(), text.data(), cp1252ByteTable()));
+    return text;
 }
 
 bool IsUnicodeString(const std::u16string& s) {

@@ -7,6 +7,7 @@
 #include "common/CtlError.h"
 #include "platform/CodePage.h"
 #include "text/UniStringCore.h"
+#include "text/Utf8Kernels.h"
 #include "text/clsSearchFiles.h"
 
 namespace {
@@ -519,7 +520,11 @@ bool clsUniFile::ReadUTF8Line(std::u16string& sRet) {
     }
     size_t n = m_scratch.size();
     if (lineFeed) n = (n >= 2 && m_scratch[n - 2] == 13) ? n - 2 : n - 1;
-    if (n > 0) sRet = ufu_UTF8BytesToString(m_scratch.data(), n);
+    if (n > 0) {
+        // Decoded into the caller's string, whose room serves line after line.
+        sRet.resize(n);
+        sRet.resize(utf8kernel::DecodeLeads(m_scratch.data(), n, sRet.data(), utf8kernel::Leads::File));
+    }
     return lineFeed;
 }
 

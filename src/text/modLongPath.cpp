@@ -3,6 +3,7 @@
 #include "common/CtlError.h"
 #include "platform/FileSystem.h"
 #include "platform/SystemInfo.h"
+#include "text/Utf8Kernels.h"
 #include "text/WindowsVersion.h"
 
 namespace {
@@ -56,26 +57,9 @@ std::u16string UniAppPath() {
 
 std::u16string ufu_UTF8BytesToString(const uint8_t* data, size_t length) {
     std::u16string out;
-    out.reserve(length);
-    size_t i = 0;
-    while (i < length) {
-        const uint8_t b = data[i];
-        if (b < 128) {
-            out += static_cast<char16_t>(b);
-            ++i;
-        } else if (b >= 194 && b <= 219) {
-            if (i + 1 >= length) break;
-            out += static_cast<char16_t>(((b & 31u) << 6) | (data[i + 1] & 63u));
-            i += 2;
-        } else if (b >= 224) {
-            if (i + 2 >= length) break;
-            out += static_cast<char16_t>(((b & 15u) << 12) | ((data[i + 1] & 63u) << 6) | (data[i + 2] & 63u));
-            i += 3;
-        } else {
-            out += static_cast<char16_t>(b);
-            ++i;
-        }
-    }
+    if (data == nullptr || length == 0) return out;
+    out.resize(length);
+    out.resize(utf8kernel::DecodeLeads(data, length, out.data(), utf8kernel::Leads::File));
     return out;
 }
 
