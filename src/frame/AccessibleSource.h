@@ -30,6 +30,8 @@ public:
     virtual bool AccessibleItemBounds(int32_t /*child*/, RECT& /*bounds*/) const { return false; }
     // The item that has the focus inside the control, 0 when none.
     virtual int32_t AccessibleFocusedItem() const { return 0; }
+    // The child ids of the selected items, in reading order: accSelection answers one as VT_I4,
+    // several as an IEnumVARIANT of VT_I4, none as VT_EMPTY.
     virtual std::vector<int32_t> AccessibleSelection() const { return {}; }
     // SELFLAG_* on an element; false when the element cannot do it.
     virtual bool AccessibleSelect(int32_t /*child*/, int32_t /*flags*/) { return false; }

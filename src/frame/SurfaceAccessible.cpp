@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <new>
+
+#include "frame/ChildIdEnumerator.h"
 
 namespace {
 
@@ -26,7 +29,7 @@ SurfaceAccessible::SurfaceAccessible(HWND hwnd, AccessibleSource* source) noexce
 
 SurfaceAccessible::~SurfaceAccessible() { --g_liveObjects; }
 
-long SurfaceAccessible::LiveObjects() noexcept { return g_liveObjects.load(); }
+long SurfaceAccessible::LiveObjects() noexcept { return g_liveObjects.load() + ChildIdEnumerator::LiveObjects(); }
 
 // ---- IUnknown and IDispatch ----
 
@@ -190,12 +193,27 @@ HRESULT STDMETHODCALLTYPE SurfaceAccessible::get_accSelection(VARIANT* selection
     if (selection == nullptr) return E_POINTER;
     setEmpty(selection);
     if (m_source == nullptr) return RPC_E_DISCONNECTED;
-    const std::vector<int32_t> selected = m_source->AccessibleSelection();
-    if (selected.empty()) return S_FALSE;
-    // Several selected items need an IEnumVARIANT; no control selects more than one yet.
-    if (selected.size() > 1) return E_NOTIMPL;
-    setChild(selection, selected.front());
-    return S_OK;
+    try {
+        std::vector<int32_t> selected = m_source->AccessibleSelection();
+        // Ids the control no longer has are left out rather than handed to a client that would
+        // get E_INVALIDARG for them.
+        const int32_t count = m_source->AccessibleItemCount();
+        std::erase_if(selected, [count](int32_t id) { return id < 0 || id > count; });
+        if (selected.empty()) return S_FALSE;
+        if (selected.size() == 1) {
+            setChild(selection, selected.front());
+            return S_OK;
+        }
+        selection->vt = VT_UNKNOWN;
+        selection->punkVal = new ChildIdEnumerator(std::move(selected));
+        return S_OK;
+    } catch (const std::bad_alloc&) {
+        setEmpty(selection);
+        return E_OUTOFMEMORY;
+    } catch (...) {
+        setEmpty(selection);
+        return E_FAIL;
+    }
 }
 
 HRESULT STDMETHODCALLTYPE SurfaceAccessible::accSelect(LONG flags, VARIANT child) {

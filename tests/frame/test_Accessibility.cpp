@@ -270,6 +270,89 @@ TEST(Accessibility, ItemsAreChildIdsAndBadIdsAreInvalidArguments) {
     ::VariantClear(&text);
 }
 
+// What accSelection hands out, read back as a client reads it: the ids of a VT_I4 or of an
+// IEnumVARIANT walked one by one; {} for VT_EMPTY.
+std::vector<LONG> readSelection(IAccessible* object, HRESULT& hr) {
+    VARIANT selection;
+    ::VariantInit(&selection);
+    hr = object->get_accSelection(&selection);
+    std::vector<LONG> ids;
+    if (selection.vt == VT_I4) {
+        ids.push_back(selection.lVal);
+    } else if (selection.vt == VT_UNKNOWN && selection.punkVal != nullptr) {
+        tc::com::ComPtr<IEnumVARIANT> items;
+        if (SUCCEEDED(selection.punkVal->QueryInterface(IID_IEnumVARIANT, items.putVoid()))) {
+            VARIANT item;
+            ULONG fetched = 0;
+            while (items->Next(1, &item, &fetched) == S_OK && fetched == 1) {
+                ids.push_back(item.vt == VT_I4 ? item.lVal : -99);
+                ::VariantClear(&item);
+            }
+        }
+    } else if (selection.vt != VT_EMPTY) {
+        ids.push_back(-100 - selection.vt);
+    }
+    ::VariantClear(&selection);
+    return ids;
+}
+
+TEST(Accessibility, SelectionIsOneIdSeveralThroughAnEnumeratorOrEmpty) {
+    const testsupport::OleSession ole;
+    Hosted hosted;
+    hosted.control->rows = {u"a", u"b", u"c", u"d"};
+    const auto object = AccessibleOf(hosted.surface.hWnd());
+    ASSERT_TRUE(object);
+    const struct {
+        std::vector<int32_t> selected;
+        HRESULT hr;
+        std::vector<LONG> read;
+    } cases[] = {
+        {{}, S_FALSE, {}},
+        {{3}, S_OK, {3}},
+        {{1, 4}, S_OK, {1, 4}},
+        {{4, 2, 1}, S_OK, {4, 2, 1}},
+        {{2, 9, -1, 3}, S_OK, {2, 3}},  // ids the control does not have are left out
+        {{9}, S_FALSE, {}},
+    };
+    for (const auto& c : cases) {
+        hosted.control->selectedRows = c.selected;
+        HRESULT hr = E_FAIL;
+        EXPECT_EQ(readSelection(object.get(), hr), c.read) << c.selected.size() << " selected";
+        EXPECT_EQ(hr, c.hr);
+    }
+
+    // The enumerator: batches, the end, skipping, resetting, and a clone that goes on by itself
+    // over the selection as it was when it was asked for.
+    hosted.control->selectedRows = {1, 2, 3};
+    VARIANT selection;
+    ::VariantInit(&selection);
+    ASSERT_EQ(object->get_accSelection(&selection), S_OK);
+    ASSERT_EQ(selection.vt, VT_UNKNOWN);
+    tc::com::ComPtr<IEnumVARIANT> items;
+    ASSERT_EQ(selection.punkVal->QueryInterface(IID_IEnumVARIANT, items.putVoid()), S_OK);
+    ::VariantClear(&selection);
+    hosted.control->selectedRows = {4};
+    VARIANT batch[2];
+    ULONG fetched = 99;
+    EXPECT_EQ(items->Next(2, batch, &fetched), S_OK);
+    EXPECT_EQ(fetched, 2u);
+    EXPECT_EQ(batch[0].lVal, 1);
+    EXPECT_EQ(batch[1].lVal, 2);
+    tc::com::ComPtr<IEnumVARIANT> copy;
+    ASSERT_EQ(items->Clone(copy.put()), S_OK);
+    EXPECT_EQ(items->Next(2, batch, &fetched), S_FALSE);
+    EXPECT_EQ(fetched, 1u);
+    EXPECT_EQ(batch[0].lVal, 3);
+    EXPECT_EQ(items->Next(2, batch, nullptr), E_POINTER);
+    EXPECT_EQ(copy->Next(1, batch, nullptr), S_OK);
+    EXPECT_EQ(batch[0].lVal, 3);
+    EXPECT_EQ(items->Reset(), S_OK);
+    EXPECT_EQ(items->Skip(2), S_OK);
+    EXPECT_EQ(items->Next(1, batch, &fetched), S_OK);
+    EXPECT_EQ(batch[0].lVal, 3);
+    EXPECT_EQ(items->Skip(1), S_FALSE);
+}
+
 // Every member after the control is gone: an error, and no read of anything freed.
 void ExpectDisconnected(IAccessible* object) {
     EXPECT_EQ(AskText(object, &IAccessible::get_accName).hr, RPC_E_DISCONNECTED);
