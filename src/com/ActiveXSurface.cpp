@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "com/ComConvert.h"
+#include "com/ComPropertyBag.h"
 #include "common/CtlError.h"
 #include "frame/ScaleUnits.h"
+#include "frame/WindowDpi.h"
 #include "graphics/modCommonDraw.h"
 
 namespace tc::com {
@@ -61,6 +65,84 @@ void putNamed(IDispatch* object, const wchar_t* name, float value) {
         object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &params, nullptr, nullptr, nullptr);
     if (FAILED(hr)) throw CtlError(u"Extender", u"Object doesn't support this property or method", 438);
 }
+
+// Invokes a named member with arguments in call order (dispatch takes them last first).
+HRESULT invokeNamed(IDispatch* object, const wchar_t* name, WORD flags, const std::vector<CtlVariant>& args,
+                    VARIANT* result) {
+    const DISPID id = idOf(object, name);
+    std::vector<VARIANT> wire(args.size());
+    for (VARIANT& v : wire) ::VariantInit(&v);
+    HRESULT hr = S_OK;
+    for (size_t i = 0; i < args.size() && SUCCEEDED(hr); ++i) hr = VariantFromBagValue(args[i], wire[args.size() - 1 - i]);
+    if (SUCCEEDED(hr)) {
+        DISPPARAMS params{wire.data(), nullptr, static_cast<UINT>(wire.size()), 0};
+        hr = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result, nullptr, nullptr);
+    }
+    for (VARIANT& v : wire) ::VariantClear(&v);
+    return hr;
+}
+
+// Index of an element of a control array, empty for a control outside one.
+CtlVariant indexOf(IDispatch* object) {
+    OwnedVariant value;
+    if (FAILED(getById(object, idOf(object, L"Index"), value.v))) throw MissingHostMember();
+    return BagValueFromVariant(value.v);
+}
+
+// The class name the runtime's TypeName gives: the coclass of an object that tells it, else the
+// name of its interface without the leading underscore of a dual control interface.
+bool classNameOf(IDispatch* object, CtlString& name) {
+    if (!object) return false;
+    ComPtr<ITypeInfo> info;
+    ComPtr<IProvideClassInfo> provider;
+    if (SUCCEEDED(object->QueryInterface(IID_IProvideClassInfo, provider.putVoid()))) {
+        provider->GetClassInfo(info.put());
+    }
+    if (!info) object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.put());
+    BSTR text = nullptr;
+    if (!info || FAILED(info->GetDocumentation(MEMBERID_NIL, &text, nullptr, nullptr, nullptr)) || !text) return false;
+    name = FromBstr(text);
+    ::SysFreeString(text);
+    if (!name.empty() && name.front() == u'_') name.erase(0, 1);
+    return true;
+}
+
+// One control of the container's form, through its extended control's IDispatch.
+class DispatchFormControl final : public FormControl {
+public:
+    explicit DispatchFormControl(IDispatch* extended) : m_extended(ComPtr<IDispatch>::Share(extended)) {}
+    CtlString TypeName() const override {
+        CtlString name;
+        // An extender that wraps the control tells the control's class through its Object.
+        OwnedVariant inner;
+        try {
+            getNamed(m_extended.get(), L"Object", VT_DISPATCH, inner);
+            if (classNameOf(inner.v.pdispVal, name)) return name;
+        } catch (const CtlError&) {
+        }
+        if (classNameOf(m_extended.get(), name)) return name;
+        throw MissingHostMember();
+    }
+    CtlString Name() const override {
+        OwnedVariant value;
+        getNamed(m_extended.get(), L"Name", VT_BSTR, value);
+        return FromBstr(value.v.bstrVal);
+    }
+    CtlVariant Index() const override {
+        return indexOf(m_extended.get());
+    }
+    CtlVariant CallByName(const CtlString& member, const std::vector<CtlVariant>& args) override {
+        const std::wstring name(member.begin(), member.end());
+        OwnedVariant result;
+        if (FAILED(invokeNamed(m_extended.get(), name.c_str(), DISPATCH_METHOD, args, &result.v))) {
+            throw MissingHostMember();
+        }
+        return BagValueFromVariant(result.v);
+    }
+
+private:
+    ComPtr<IDispatch> m_extended;
+};
 
 int32_t screenPixelsPerInch(bool vertical) noexcept {
     const WindowDCGuard screen(nullptr);
@@ -135,6 +217,34 @@ public:
     void Top(float value) override { putNamed(m_extended.get(), L"Top", value); }
     bool Default() const override { return readBool(L"Default"); }
     bool Cancel() const override { return readBool(L"Cancel"); }
+    CtlVariant Index() const override {
+        return indexOf(m_extended.get());
+    }
+    // Parent.Controls, walked by Count and Item(i) from 0, as a form's Controls collection counts.
+    std::vector<std::unique_ptr<FormControl>> ParentControls() const override {
+        OwnedVariant parent;
+        getNamed(m_extended.get(), L"Parent", VT_DISPATCH, parent);
+        OwnedVariant controls;
+        getNamed(parent.v.pdispVal, L"Controls", VT_DISPATCH, controls);
+        OwnedVariant count;
+        getNamed(controls.v.pdispVal, L"Count", VT_I4, count);
+        std::vector<std::unique_ptr<FormControl>> found;
+        for (int32_t i = 0; i < count.v.lVal; ++i) {
+            OwnedVariant item;
+            const HRESULT hr = invokeNamed(controls.v.pdispVal, L"Item", DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                                           {CtlVariant(i)}, &item.v);
+            if (SUCCEEDED(hr) && item.v.vt == VT_DISPATCH && item.v.pdispVal) {
+                found.push_back(std::make_unique<DispatchFormControl>(item.v.pdispVal));
+            }
+        }
+        return found;
+    }
+    int16_t Align() const override {
+        OwnedVariant value;
+        getNamed(m_extended.get(), L"Align", VT_I2, value);
+        return value.v.iVal;
+    }
+    void Align(int16_t value) override { putNamed(m_extended.get(), L"Align", static_cast<float>(value)); }
 
 private:
     // A container object with a ScaleMode of its own gives Left and Top in that unit.
@@ -154,6 +264,14 @@ private:
             OwnedVariant value;
             getNamed(m_object.get(), L"ScaleMode", VT_I2, value);
             return value.v.iVal;
+        }
+        CtlString Name() const override {
+            OwnedVariant value;
+            getNamed(m_object.get(), L"Name", VT_BSTR, value);
+            return FromBstr(value.v.bstrVal);
+        }
+        CtlVariant Index() const override {
+            return indexOf(m_object.get());
         }
 
     private:
@@ -188,7 +306,7 @@ ActiveXSurface::ActiveXSurface(bool autoRedraw)
       m_ambient(std::make_unique<SiteAmbient>()),
       m_extender(std::make_unique<SiteExtender>()),
       m_font(defaultFont()) {
-    selectFontInto(nullptr);
+    refreshFont(true);
 }
 
 ActiveXSurface::~ActiveXSurface() {
@@ -197,6 +315,11 @@ ActiveXSurface::~ActiveXSurface() {
 }
 
 void ActiveXSurface::SetSite(IOleClientSite* site) {
+    m_siteWindow = nullptr;
+    ComPtr<IOleWindow> siteWindow;
+    if (site && SUCCEEDED(site->QueryInterface(IID_IOleWindow, siteWindow.putVoid()))) {
+        siteWindow->GetWindow(&m_siteWindow);
+    }
     m_ambient->Site(site);
     m_extender->Site(site);
     if (site && m_ambient->HasFont()) Font(m_ambient->Font()->Clone());
@@ -219,6 +342,7 @@ void ActiveXSurface::CreateWindowIn(HWND parent, const RECT& position) {
     m_extent = SIZE{width, height};
     window->UseAmbient(m_ambient.get());
     window->UseExtender(m_extender.get());
+    if (m_iDpiOverride > 0) window->OverrideDpi(m_iDpiOverride);
     // What the control set while it had no window goes onto the window.
     window->Font(m_font);
     window->ForeColor(m_lForeColor);
@@ -243,6 +367,8 @@ void ActiveXSurface::DestroyWindow() noexcept {
     if (m_window->hWnd() != nullptr) m_extent = SIZE{static_cast<LONG>(ScaleWidth()), static_cast<LONG>(ScaleHeight())};
     m_window->SetClient(nullptr);
     m_window.reset();
+    // Without its window an AutoRedraw control draws into the bitmap again, at the DPI it has now.
+    if (m_bAutoRedraw && m_client) ensureBackingStore();
 }
 
 void ActiveXSurface::MoveTo(const RECT& position) {
@@ -270,16 +396,31 @@ void ActiveXSurface::NotifyAmbientChanged(const CtlString& propertyName) {
 
 // ---- drawing without a window ----
 
-void ActiveXSurface::selectFontInto(HDC hdc) {
-    if (!m_hFont && m_font) {
-        const int points = static_cast<int>(std::lround(m_font->Size()));
-        m_hFont.reset(::CreateFontW(-::MulDiv(points, screenPixelsPerInch(true), 72), 0, 0, 0, m_font->Weight(),
-                                    m_font->Italic() ? TRUE : FALSE, m_font->Underline() ? TRUE : FALSE,
-                                    m_font->Strikethrough() ? TRUE : FALSE, static_cast<BYTE>(m_font->Charset()),
-                                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH,
-                                    AsWide(m_font->Name())));
-    }
-    if (hdc && m_hFont) ::SelectObject(hdc, m_hFont.get());
+void ActiveXSurface::refreshFont(bool remake) {
+    const int32_t dpi = Dpi();
+    if (!m_font || (m_hFont && m_iFontDpi == dpi && !remake)) return;
+    const int points = static_cast<int>(std::lround(m_font->Size()));
+    FontOwner made(::CreateFontW(-::MulDiv(points, dpi, 72), 0, 0, 0, m_font->Weight(), m_font->Italic() ? TRUE : FALSE,
+                                 m_font->Underline() ? TRUE : FALSE, m_font->Strikethrough() ? TRUE : FALSE,
+                                 static_cast<BYTE>(m_font->Charset()), OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                 DEFAULT_QUALITY, DEFAULT_PITCH, AsWide(m_font->Name())));
+    if (!made) return;
+    if (m_drawDC != nullptr) ::SelectObject(m_drawDC, made.get());
+    if (m_backDC) ::SelectObject(m_backDC.get(), made.get());
+    m_hFont = std::move(made);  // the previous font is selected in neither DC now
+    m_iFontDpi = dpi;
+}
+
+int32_t ActiveXSurface::Dpi() const {
+    if (m_window) return m_window->Dpi();
+    if (m_iDpiOverride > 0) return m_iDpiOverride;
+    return WindowDpi(m_siteWindow);
+}
+
+void ActiveXSurface::OverrideDpi(int32_t dpi) {
+    m_iDpiOverride = dpi > 0 ? dpi : 0;
+    if (m_window) m_window->OverrideDpi(m_iDpiOverride);
+    refreshFont(false);
 }
 
 void ActiveXSurface::ensureBackingStore() {
@@ -291,7 +432,8 @@ void ActiveXSurface::ensureBackingStore() {
         ::SetBkMode(m_backDC.get(), TRANSPARENT);
     }
     ::SetTextColor(m_backDC.get(), static_cast<COLORREF>(ConvertOLEColor(m_lForeColor)));
-    selectFontInto(m_backDC.get());
+    refreshFont(false);
+    if (m_hFont) ::SelectObject(m_backDC.get(), m_hFont.get());
     BITMAP current{};
     if (m_backBitmap && ::GetObjectW(m_backBitmap.get(), sizeof(current), &current) != 0 &&
         current.bmWidth == std::max<LONG>(m_extent.cx, 1) && current.bmHeight == std::max<LONG>(m_extent.cy, 1)) {
@@ -317,7 +459,8 @@ void ActiveXSurface::DrawInto(HDC hdc, const RECT& bounds) {
     const ScopedSelect selectBitmap(canvas.get(), bitmap.get());
     ::SetBkMode(canvas.get(), TRANSPARENT);
     ::SetTextColor(canvas.get(), static_cast<COLORREF>(ConvertOLEColor(m_lForeColor)));
-    selectFontInto(nullptr);
+    // The container's window may have moved to a monitor of another DPI since the last drawing.
+    refreshFont(false);
     const ScopedSelect selectFont(canvas.get(), m_hFont.get());
     m_drawDC = canvas.get();
     m_drawExtent = SIZE{width, height};
@@ -398,11 +541,7 @@ void ActiveXSurface::ForeColor(int32_t value) {
 void ActiveXSurface::Font(std::shared_ptr<StdFont> value) {
     if (!value) return;
     m_font = std::move(value);
-    FontOwner previous(m_hFont.release());
-    selectFontInto(m_drawDC);
-    selectFontInto(m_backDC.get());
-    // The previous font is selected in neither DC now.
-    previous.reset();
+    refreshFont(true);
     if (m_window) m_window->Font(m_font);
 }
 

@@ -51,6 +51,10 @@ public:
     // The container changed an ambient property.
     void NotifyAmbientChanged(const CtlString& propertyName);
     SurfaceClient* Client() const noexcept { return m_client; }
+    // Makes the surface answer `dpi`, with or without a window, and re-creates its font for it
+    // (0: the window's own again). The control learns of it with the next DPI change message, as
+    // Win32Surface::OverrideDpi; a host rendering at a chosen DPI sets it before activation.
+    void OverrideDpi(int32_t dpi);
 
     // ---- ControlSurface ----
     void SetClient(SurfaceClient* client) override;
@@ -60,8 +64,9 @@ public:
     float ScaleHeight() const override;
     float ScaleX(float value, int16_t fromMode, int16_t toMode) const override;
     float ScaleY(float value, int16_t fromMode, int16_t toMode) const override;
-    // The in-place window's DPI; drawn inactive into a host's DC, the design DPI.
-    int32_t Dpi() const override { return m_window ? m_window->Dpi() : kDesignDpi; }
+    // The in-place window's DPI; without a window, the DPI of the container's window (the
+    // screen's when the site has none). A DPI set with OverrideDpi comes first in both states.
+    int32_t Dpi() const override;
     void Size(float width, float height) override;
     bool AutoRedraw() const override { return m_bAutoRedraw; }
     void Refresh() override;
@@ -94,7 +99,9 @@ private:
 
     // The offscreen bitmap that stands for the window of an AutoRedraw control without one.
     void ensureBackingStore();
-    void selectFontInto(HDC hdc);
+    // Makes the GDI font for the surface's font at the surface's DPI when there is none, it is for
+    // another DPI, or `remake`; selects it into the DCs of our own.
+    void refreshFont(bool remake);
 
     ActiveXSurfaceHost* m_host = nullptr;
     SurfaceClient* m_client = nullptr;
@@ -108,6 +115,9 @@ private:
     HDC m_drawDC = nullptr;
     SIZE m_drawExtent{0, 0};
     FontOwner m_hFont;  // the surface's font as a GDI font, for DCs of our own
+    int32_t m_iFontDpi = 0;  // the DPI m_hFont was made for
+    int32_t m_iDpiOverride = 0;
+    HWND m_siteWindow = nullptr;  // the container's window, while a site is set
     BitmapOwner m_backBitmap;
     MemoryDCOwner m_backDC;
     bool m_bEnabled = true;
