@@ -4,8 +4,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
+#include "common/CtlError.h"
 #include "common/CtlTypes.h"
+#include "frame/CtlVariant.h"
 #include "frame/StdFont.h"
 #include "frame/StdPicture.h"
 #include "frame/SurfaceClient.h"
@@ -28,6 +31,11 @@ enum eCtlScaleMode : int16_t {
 // Values of OLEDropMode.
 enum eCtlOLEDropMode : int16_t { ctlOLEDropNone = 0, ctlOLEDropManual = 1 };
 
+// What a late-bound call on a host object without the member raises.
+inline CtlError MissingHostMember() {
+    return CtlError(u"Extender", u"Object doesn't support this property or method", 438);
+}
+
 // The object a control sits in. Forms and picture boxes have a scale mode of their own, in which
 // the extender's Left and Top are given; other containers give them in twips.
 class SurfaceContainer {
@@ -35,6 +43,24 @@ public:
     virtual ~SurfaceContainer() = default;
     virtual bool HasScaleMode() const = 0;
     virtual int16_t ScaleMode() const = 0;
+    // Name, and Index where the container is an element of a control array (empty otherwise).
+    // A host without them throws, as a late-bound call on an object without the member does.
+    virtual CtlString Name() const { throw MissingHostMember(); }
+    virtual CtlVariant Index() const { throw MissingHostMember(); }
+};
+
+// One control of the host's form (Parent.Controls), as late binding sees it. Any member may
+// throw CtlError when the host cannot answer.
+class FormControl {
+public:
+    virtual ~FormControl() = default;
+    // The control's class, as the runtime's TypeName gives it ("ctlUniRadioXP").
+    virtual CtlString TypeName() const = 0;
+    virtual CtlString Name() const = 0;
+    // The index in a control array; empty for a control outside one.
+    virtual CtlVariant Index() const = 0;
+    // Calls a method of the control by name; arguments in call order.
+    virtual CtlVariant CallByName(const CtlString& member, const std::vector<CtlVariant>& args) = 0;
 };
 
 // The host's wrapper of a control. Any member may throw CtlError when the host lacks it.
@@ -51,6 +77,12 @@ public:
     virtual void Top(float value) = 0;
     virtual bool Default() const = 0;
     virtual bool Cancel() const = 0;
+    // Index in a control array (empty outside one); the form's controls; the docking of a bar
+    // (0 none, 1 top, 2 bottom, 3 left, 4 right). Hosts without them throw.
+    virtual CtlVariant Index() const { throw MissingHostMember(); }
+    virtual std::vector<std::unique_ptr<FormControl>> ParentControls() const { throw MissingHostMember(); }
+    virtual int16_t Align() const { throw MissingHostMember(); }
+    virtual void Align(int16_t /*value*/) { throw MissingHostMember(); }
 };
 
 class SurfaceAmbient {

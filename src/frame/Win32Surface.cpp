@@ -5,6 +5,7 @@
 #include <cmath>
 #include <vector>
 
+#include "frame/HostForm.h"
 #include "frame/IPAOHookFilter.h"
 #include "frame/MaskRegion.h"
 #include "frame/ScaleUnits.h"
@@ -123,6 +124,17 @@ void Win32Surface::WindowExtender::Top(float value) {
     ::SetWindowPos(hwnd, nullptr, r.left, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void Win32Surface::WindowExtender::Container(CtlString name, CtlVariant index) {
+    m_container.name = std::move(name);
+    m_container.index = std::move(index);
+    m_bHasContainer = true;
+}
+
+std::vector<std::unique_ptr<FormControl>> Win32Surface::WindowExtender::ParentControls() const {
+    if (m_form == nullptr) throw MissingHostMember();
+    return m_form->Controls();
+}
+
 // ---- life ----
 
 Win32Surface::Win32Surface(HWND parent, int32_t x, int32_t y, int32_t width, int32_t height, bool autoRedraw)
@@ -149,6 +161,7 @@ Win32Surface::Win32Surface(HWND parent, int32_t x, int32_t y, int32_t width, int
 }
 
 Win32Surface::~Win32Surface() {
+    if (HostForm* form = m_defaultExtender.Form()) form->Remove(*this);
     m_client = nullptr;
     if (m_hWnd != nullptr) ::DestroyWindow(m_hWnd);
     onDestroy();  // also when the parent destroyed the window first

@@ -9,6 +9,7 @@
 #include "frame/OleDragDrop.h"
 #include "graphics/GdiRaii.h"
 
+class HostForm;
 class SurfaceAccessible;
 
 // WM_PAINT becomes Paint, mouse and keys become the client's events, AutoRedraw keeps a backing
@@ -23,8 +24,23 @@ public:
         explicit WindowExtender(Win32Surface& surface) noexcept : m_surface(surface) {}
         CtlString Name() const override { return m_sName; }
         void Name(CtlString value) { m_sName = std::move(value); }
-        SurfaceContainer* Container() const override { return nullptr; }
+        // A container with a name (and an index in a control array). Until a host names one, the
+        // surface of a HostForm sits in an unnamed container (the form), others in none.
+        SurfaceContainer* Container() const override {
+            return m_bHasContainer || m_form != nullptr ? &m_container : nullptr;
+        }
+        void Container(CtlString name, CtlVariant index = {});
         SurfaceContainer* Parent() const override { return nullptr; }
+        // The index in a control array; empty outside one.
+        CtlVariant Index() const override { return m_vIndex; }
+        void Index(CtlVariant value) { m_vIndex = std::move(value); }
+        // The form's controls, once a HostForm added the surface.
+        std::vector<std::unique_ptr<FormControl>> ParentControls() const override;
+        HostForm* Form() const noexcept { return m_form; }
+        void Form(HostForm* form) noexcept { m_form = form; }
+        // Stored for bars that dock; a plain window does not move by it.
+        int16_t Align() const override { return m_iAlign; }
+        void Align(int16_t value) override { m_iAlign = value; }
         float Left() const override;
         void Left(float value) override;
         float Top() const override;
@@ -35,10 +51,26 @@ public:
         void Cancel(bool value) noexcept { m_bCancel = value; }
 
     private:
+        // A named container: no scale mode of its own, so Left and Top stay in twips.
+        class NamedContainer final : public SurfaceContainer {
+        public:
+            bool HasScaleMode() const override { return false; }
+            int16_t ScaleMode() const override { return kScaleTwips; }
+            CtlString Name() const override { return name; }
+            CtlVariant Index() const override { return index; }
+            CtlString name;
+            CtlVariant index;
+        };
+
         Win32Surface& m_surface;
         CtlString m_sName;
         bool m_bDefault = false;
         bool m_bCancel = false;
+        bool m_bHasContainer = false;
+        mutable NamedContainer m_container;
+        CtlVariant m_vIndex;
+        HostForm* m_form = nullptr;
+        int16_t m_iAlign = 0;
     };
 
     class WindowAmbient final : public SurfaceAmbient {
@@ -63,6 +95,8 @@ public:
 
     // ---- host side ----
     WindowExtender& HostExtender() noexcept { return m_defaultExtender; }
+    // The control on the surface, or nullptr.
+    SurfaceClient* Client() const noexcept { return m_client; }
     WindowAmbient& HostAmbient() noexcept { return m_defaultAmbient; }
     // Replaces the built-in extender or ambient (nullptr restores it). The host keeps ownership.
     void UseExtender(SurfaceExtender* extender) noexcept { m_extender = extender; }
