@@ -445,6 +445,18 @@ LRESULT Win32Surface::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
         case WM_SIZE:
             onSize();
             return 0;
+        case WM_WINDOWPOSCHANGED: {
+            // Windows raises show and hide for the window object only, Wine 8 for neither: a
+            // screen reader following the control's client object learns of it here.
+            const auto* position = reinterpret_cast<const WINDOWPOS*>(lParam);
+            const UINT flags = position != nullptr ? position->flags : 0;
+            if ((flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0 && m_client != nullptr &&
+                m_client->Accessible() != nullptr) {
+                ::NotifyWinEvent((flags & SWP_SHOWWINDOW) != 0 ? EVENT_OBJECT_SHOW : EVENT_OBJECT_HIDE, hwnd,
+                                 OBJID_CLIENT, CHILDID_SELF);
+            }
+            break;  // the default procedure goes on to send WM_SIZE and WM_MOVE
+        }
         case WM_SETCURSOR:
             if (LOWORD(lParam) == HTCLIENT && onSetCursor()) return TRUE;
             break;

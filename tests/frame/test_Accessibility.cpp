@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "support/OleSession.h"
 #include "support/TempDir.h"
 #include "support/TestHostWindow.h"
+#include "support/WindowMessageCounter.h"
 
 using testsupport::AccessibleOf;
 using testsupport::AskLocation;
@@ -268,6 +270,54 @@ TEST(Accessibility, ItemsAreChildIdsAndBadIdsAreInvalidArguments) {
     BSTR name = nullptr;
     EXPECT_EQ(object->get_accName(text, &name), E_INVALIDARG);
     ::VariantClear(&text);
+}
+
+// Show and hide events of client objects, recorded like the state changes.
+std::vector<std::pair<DWORD, HWND>> t_visibility;
+void CALLBACK recordVisibility(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG object, LONG child, DWORD, DWORD) {
+    if (object == OBJID_CLIENT && child == CHILDID_SELF) t_visibility.emplace_back(event, hwnd);
+}
+
+TEST(Accessibility, ShowingAndHidingTheWindowAnnouncesTheClientObjectOnce) {
+    const testsupport::OleSession ole;
+    Hosted hosted;
+    const HWND hwnd = hosted.surface.hWnd();
+    testsupport::PumpMessages();
+    const HWINEVENTHOOK hook = ::SetWinEventHook(EVENT_OBJECT_SHOW, EVENT_OBJECT_HIDE, nullptr, recordVisibility,
+                                                 ::GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+    ASSERT_NE(hook, nullptr);
+    const auto setPos = [hwnd](UINT flag) {
+        ::SetWindowPos(hwnd, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | flag);
+    };
+    const struct {
+        const char* what;
+        std::function<void()> action;
+        std::vector<DWORD> events;
+    } steps[] = {
+        {"ShowWindow hide", [hwnd] { ::ShowWindow(hwnd, SW_HIDE); }, {EVENT_OBJECT_HIDE}},
+        {"hidden again", [hwnd] { ::ShowWindow(hwnd, SW_HIDE); }, {}},
+        {"ShowWindow show", [hwnd] { ::ShowWindow(hwnd, SW_SHOWNA); }, {EVENT_OBJECT_SHOW}},
+        {"SetWindowPos hide", [&] { setPos(SWP_HIDEWINDOW); }, {EVENT_OBJECT_HIDE}},
+        {"SetWindowPos show", [&] { setPos(SWP_SHOWWINDOW); }, {EVENT_OBJECT_SHOW}},
+        {"moved while shown", [hwnd] { ::MoveWindow(hwnd, 5, 5, 60, 30, TRUE); }, {}},
+    };
+    for (const auto& step : steps) {
+        t_visibility.clear();
+        step.action();
+        testsupport::PumpMessages();
+        std::vector<DWORD> seen;
+        for (const auto& [event, window] : t_visibility) {
+            if (window == hwnd) seen.push_back(event);
+        }
+        EXPECT_EQ(seen, step.events) << step.what;
+    }
+    // Without a control the window is nobody's client object to announce.
+    hosted.control.reset();
+    t_visibility.clear();
+    ::ShowWindow(hwnd, SW_HIDE);
+    testsupport::PumpMessages();
+    EXPECT_TRUE(t_visibility.empty());
+    ::UnhookWinEvent(hook);
 }
 
 // What accSelection hands out, read back as a client reads it: the ids of a VT_I4 or of an
