@@ -3,6 +3,14 @@
 # The Wine prefix belongs to the build tree that holds the executable and is made on first use.
 set -euo pipefail
 exe=$1; shift
+# A 32-bit program goes to the i386 Wine of scripts/x86-run.sh: the host's Wine has no 32-bit side.
+# (PE machine field 014c, read through the header offset at 0x3c.)
+if [ -f "$exe" ]; then
+  pe=$(od -An -t u4 -j 60 -N 4 "$exe" 2>/dev/null | tr -d ' ')
+  if [ -n "$pe" ] && [ "$(od -An -t x2 -j $((pe + 4)) -N 2 "$exe" 2>/dev/null | tr -d ' ')" = 014c ]; then
+    exec "$(dirname "${BASH_SOURCE[0]}")/x86-run.sh" "$exe" "$@"
+  fi
+fi
 if [ -z "${WINEPREFIX:-}" ]; then
   dir=$(cd "$(dirname "$exe")" && pwd)
   while [ "$dir" != / ] && [ ! -f "$dir/CMakeCache.txt" ]; do dir=$(dirname "$dir"); done

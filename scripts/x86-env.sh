@@ -36,12 +36,31 @@ case "${1:-}" in
   *) echo "usage: $0 [--check|--mode]" >&2; exit 2 ;;
 esac
 
-if ready; then echo "$rootfs"; exit 0; fi
+# The qemu path needs qemu-i386 registered for i386 programs, which lasts only until the next boot.
+register_qemu() {
+  # The F flag opens the emulator now, so that it also serves inside the chroot.
+  local fmt=/proc/sys/fs/binfmt_misc
+  [ -e "$fmt/register" ] || mount -t binfmt_misc binfmt_misc "$fmt" 2>>"${log:-/dev/null}" || return 1
+  [ -e "$fmt/qemu-i386" ] && return 0
+  # Debian ships no i386 entry for an amd64 host (its kernel usually runs i386 itself): the magic
+  # and mask of an i386 ELF executable or shared object, as binfmt_misc reads them.
+  local magic='\x7fELF\x01\x01\x01\x00\x00\x00\x00\x00\x00\x00\x00\x00\x02\x00\x03\x00'
+  local mask='\xff\xff\xff\xff\xff\xfe\xfe\x00\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff'
+  [ -x /usr/bin/qemu-i386-static ] || return 1
+  printf ':qemu-i386:M::%s:%s:/usr/bin/qemu-i386-static:F\n' "$magic" "$mask" >"$fmt/register" \
+    2>>"${log:-/dev/null}"
+}
+usable() {
+  [ "$(sed -n 's/^mode=//p' "$stamp")" != qemu ] || register_qemu ||
+    fail "qemu-i386 could not be registered with binfmt_misc for the i386 root"
+}
+
+if ready; then usable; echo "$rootfs"; exit 0; fi
 [ "$(id -u)" -eq 0 ] || fail "making the i386 root needs root (debootstrap, chroot)"
 mkdir -p "$cache"
 exec 9>"$cache/.lock"
 flock 9
-if ready; then echo "$rootfs"; exit 0; fi
+if ready; then usable; echo "$rootfs"; exit 0; fi
 
 log=$cache/setup.log
 : >"$log"
@@ -114,18 +133,6 @@ in_root() {
          DEBIAN_FRONTEND=noninteractive "$@"' _ "$rootfs.new" "$@"
 }
 
-register_qemu() {
-  # The F flag opens the emulator now, so that it also serves inside the chroot.
-  local fmt=/proc/sys/fs/binfmt_misc
-  [ -e "$fmt/register" ] || mount -t binfmt_misc binfmt_misc "$fmt" 2>>"$log" || return 1
-  [ -e "$fmt/qemu-i386" ] && return 0
-  local conf=/usr/lib/binfmt.d/qemu-i386.conf
-  [ -f "$conf" ] || return 1
-  local line
-  line=$(grep -v '^#' "$conf" | head -n 1)
-  case "$line" in *:F) ;; *:*F*) ;; *) line="${line}F" ;; esac
-  echo "$line" >"$fmt/register" 2>>"$log"
-}
 
 rm -rf "$rootfs.new" "$rootfs"
 if [ "$mode" = native ]; then

@@ -45,40 +45,47 @@ rootfs=$("$here/x86-env.sh") || {
   exit 3
 }
 
+# Enters the root in a mount namespace of its own, so that nothing stays mounted when it ends.
+# Arguments: ROOT COUNT PATH... (COUNT host folders seen at the same path inside) CWD PROGRAM ARGS...
+read -r -d '' enter_root <<'EOF' || true
+set -e
+root=$1; count=$2; shift 2
+mount --rbind /dev "$root/dev"
+mount --rbind /proc "$root/proc"
+mount --rbind /sys "$root/sys"
+# The host's /tmp: the X socket and authority, and the folders where Debian's Wine keeps each
+# prefix's server (the prefix links to it), so that "wineserver -k" on the host also ends the
+# server of an i386 prefix.
+mount --rbind /tmp "$root/tmp"
+# The same faces as the host's Wine sees, so that text draws alike on both architectures.
+if [ -d /usr/share/fonts ]; then
+  mkdir -p "$root/usr/share/fonts"
+  mount --bind -o ro /usr/share/fonts "$root/usr/share/fonts"
+fi
+bound=(/tmp)
+for ((i = 0; i < count; i++)); do
+  path=$1; shift
+  covered=0
+  for b in "${bound[@]}"; do
+    case "$path/" in "$b"/*) covered=1 ;; esac
+  done
+  if [ $covered -eq 0 ] && [ -d "$path" ]; then
+    mkdir -p "$root$path"
+    mount --rbind "$path" "$root$path"
+    bound+=("$path")
+  fi
+done
+cwd=$1; shift
+exec chroot "$root" /usr/bin/env -u LD_PRELOAD -u LD_LIBRARY_PATH PATH=/usr/sbin:/usr/bin:/sbin:/bin \
+     HOME=/root sh -c 'cd "$0" && exec "$@"' "$cwd" "$@"
+EOF
+
 # Runs PROGRAM ARGS in the root with the current folder and the Wine settings carried over.
 in_root() {
   local binds=("$checkout" "$PWD" "$WINEPREFIX")
   [ $command_mode -eq 1 ] || binds+=("$(cd "$(dirname "$exe")" && pwd)")
-  [ -n "${XAUTHORITY:-}" ] && [ -f "$XAUTHORITY" ] && binds+=("$(dirname "$XAUTHORITY")")
-  unshare --mount --propagation private -- bash -c '
-    set -e
-    root=$1; count=$2; shift 2
-    mount --rbind /dev "$root/dev"
-    mount --rbind /proc "$root/proc"
-    mount --rbind /sys "$root/sys"
-    mkdir -p "$root/tmp/.X11-unix"
-    mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix"
-    # The same faces as the host Wine sees, so that text draws alike on both architectures.
-    if [ -d /usr/share/fonts ]; then
-      mkdir -p "$root/usr/share/fonts"
-      mount --bind -o ro /usr/share/fonts "$root/usr/share/fonts"
-    fi
-    bound=()
-    for ((i = 0; i < count; i++)); do
-      path=$1; shift
-      covered=0
-      for b in "${bound[@]}"; do
-        case "$path/" in "$b"/*) covered=1 ;; esac
-      done
-      if [ $covered -eq 0 ] && [ -d "$path" ]; then
-        mkdir -p "$root$path"
-        mount --rbind "$path" "$root$path"
-        bound+=("$path")
-      fi
-    done
-    cwd=$PWD
-    exec chroot "$root" /usr/bin/env -u LD_PRELOAD -u LD_LIBRARY_PATH PATH=/usr/sbin:/usr/bin:/sbin:/bin \
-         HOME=/root sh -c "cd \"\$0\" && exec \"\$@\"" "$cwd" "$@"' _ "$rootfs" "${#binds[@]}" "${binds[@]}" "$@"
+  if [ -n "${XAUTHORITY:-}" ] && [ -f "$XAUTHORITY" ]; then binds+=("$(dirname "$XAUTHORITY")"); fi
+  unshare --mount --propagation private -- bash -c "$enter_root" _ "$rootfs" "${#binds[@]}" "${binds[@]}" "$PWD" "$@"
 }
 
 export WINEDEBUG="${WINEDEBUG:--all}"
