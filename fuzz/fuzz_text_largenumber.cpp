@@ -81,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     if (digitsOnly) {
         if (stretchAllowed() && pick >= 0xFC && !a.empty() && !b.empty()) {
-            // Now and then stretch the operands past the size where division takes a reciprocal.
+            // Now and then stretch the operands past the size where division turns recursive.
             // Slow under the sanitizers, so only in long sessions (TC_FUZZ_LONG set), not in the
             // short runs of the test suite.
             const size_t wantA = kStretchedDigits + static_cast<size_t>(mode & 0x0E) * 97;

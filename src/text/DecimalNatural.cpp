@@ -258,17 +258,18 @@ void MulSmallAdd(Limbs& a, uint32_t m, uint32_t add) {
     trim(a);
 }
 
-// Long division, one quotient limb per step.
-static void knuthDivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder) {
+// Long division, one quotient limb per step. Without `remainder` the remainder is not scaled
+// back (a division by a small number per limb, worth saving when only the quotient is asked).
+static void knuthDivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs* remainder) {
     if (Compare(a, b) < 0) {
         quotient.clear();
-        remainder = a;
+        if (remainder) *remainder = a;
         return;
     }
     if (b.size() == 1) {
         quotient = a;
         const uint32_t rem = DivSmall(quotient, b[0]);
-        remainder = rem != 0 ? Limbs{rem} : Limbs();
+        if (remainder) *remainder = rem != 0 ? Limbs{rem} : Limbs();
         return;
     }
     // Long division with estimated quotient limbs, after scaling so that the divisor's top limb
@@ -307,7 +308,6 @@ static void knuthDivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& 
                 break;
             }
         }
-        // u[j, j + n] -= qhat × v
         uint64_t carry = 0;
         int64_t borrow = 0;
         for (size_t i = 0; i < n; ++i) {
@@ -336,17 +336,19 @@ static void knuthDivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& 
         quotient[j] = static_cast<uint32_t>(qhat);
     }
     trim(quotient);
-    u.resize(n);
-    trim(u);
-    DivSmall(u, scale);
-    remainder = std::move(u);
+    if (remainder) {
+        u.resize(n);
+        trim(u);
+        DivSmall(u, scale);
+        *remainder = std::move(u);
+    }
 }
 
 namespace {
 
-// Divisors and quotients of at least this many limbs go through a reciprocal; below it the long
-// division's n × m steps cost less than the products of the Newton iteration.
-constexpr size_t kReciprocalThreshold = 80;
+// Divisors of at least this many limbs are divided recursively (the two halves of the quotient
+// each from a division of half the size and one product); below it long division costs less.
+constexpr size_t kRecursiveThreshold = 40;
 
 Limbs shiftedUp(const Limbs& v, size_t limbs) {
     if (v.empty()) {
@@ -364,100 +366,131 @@ Limbs shiftedDown(const Limbs& v, size_t limbs) {
     return Limbs(v.begin() + static_cast<std::ptrdiff_t>(limbs), v.end());
 }
 
-// About B^(2p) / d for d of p limbs, a few units off at most: Newton's step x + x(B^2p - dx)/B^2p
-// from the reciprocal of d's top half, taken with two limbs to spare so that one step reaches full
-// precision.
-Limbs reciprocal(const Limbs& d) {
-    const size_t p = d.size();
-    if (p <= kReciprocalThreshold) {
-        Limbs q;
-        Limbs r;
-        knuthDivMod(PowerOfTen(2 * p * kDigitsPerLimb), d, q, r);
-        return q;
-    }
-    const size_t h = p / 2 + 2;
-    const Limbs x0 = shiftedUp(reciprocal(shiftedDown(d, p - h)), p - h);
-    const Limbs target = PowerOfTen(2 * p * kDigitsPerLimb);
-    const Limbs t = Mul(d, x0);
-    if (Compare(t, target) <= 0) {
-        return Add(x0, shiftedDown(Mul(x0, Sub(target, t)), 2 * p));
-    }
-    const Limbs correction = shiftedDown(Mul(x0, Sub(t, target)), 2 * p);
-    return Compare(correction, x0) < 0 ? Sub(x0, correction) : Limbs();
+// v mod base^limbs.
+Limbs lowLimbs(const Limbs& v, size_t limbs) {
+    Limbs r(v.begin(), v.begin() + static_cast<std::ptrdiff_t>(std::min(limbs, v.size())));
+    trim(r);
+    return r;
 }
 
-// a / b for b of n limbs and a of at most 2n limbs, through the reciprocal of b's top limbs. The
-// estimate is put right by a few steps of one; should it be far off, the long division decides.
-void divModByReciprocal(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder) {
-    const size_t n = b.size();
-    const size_t p = a.size() - n + 3;
-    const Limbs ap = p > n ? shiftedUp(a, p - n) : shiftedDown(a, n - p);
-    const Limbs bp = p > n ? shiftedUp(b, p - n) : shiftedDown(b, n - p);
-    Limbs q = shiftedDown(Mul(ap, reciprocal(bp)), 2 * p);
-    Limbs t = Mul(q, b);
+// hi × base^limbs + lo, for lo below base^limbs.
+Limbs joined(const Limbs& hi, const Limbs& lo, size_t limbs) {
+    if (hi.empty()) {
+        return lo;
+    }
+    Limbs r(limbs, 0);
+    std::copy(lo.begin(), lo.end(), r.begin());
+    r.insert(r.end(), hi.begin(), hi.end());
+    return r;
+}
+
+void divide2By1(const Limbs& a, const Limbs& b, size_t n, Limbs& q, Limbs& r);
+
+// a / b for b of 2k limbs whose top limb is at least half the base, and a below b × base^k: the
+// quotient (k limbs) estimated from the top halves, then put right by at most two steps.
+void divide3By2(const Limbs& a, const Limbs& b, size_t k, Limbs& q, Limbs& r) {
+    const Limbs b1 = shiftedDown(b, k);
+    const Limbs b2 = lowLimbs(b, k);
+    const Limbs a12 = shiftedDown(a, k);
+    Limbs r1;
+    if (Compare(shiftedDown(a, 2 * k), b1) < 0) {
+        divide2By1(a12, b1, k, q, r1);
+    } else {
+        // The top halves would give base^k or more: take base^k - 1, whose remainder is
+        // a12 - b1 × base^k + b1.
+        q.assign(k, kBase - 1);
+        r1 = Sub(Add(a12, b1), shiftedUp(b1, k));
+    }
+    const Limbs d = Mul(q, b2);
+    Limbs x = joined(r1, lowLimbs(a, k), k);
     const Limbs one{1};
-    int steps = 0;
-    while (Compare(t, a) > 0) {
-        if (++steps > 8) {
-            knuthDivMod(a, b, quotient, remainder);
-            return;
-        }
+    while (Compare(x, d) < 0) {
+        x = Add(x, b);
         q = Sub(q, one);
-        t = Sub(t, b);
     }
-    Limbs r = Sub(a, t);
-    while (Compare(r, b) >= 0) {
-        if (++steps > 8) {
-            knuthDivMod(a, b, quotient, remainder);
-            return;
+    r = Sub(x, d);
+}
+
+// a / b for b of n limbs whose top limb is at least half the base, and a below b × base^n.
+void divide2By1(const Limbs& a, const Limbs& b, size_t n, Limbs& q, Limbs& r) {
+    // A short quotient (the top block of a long dividend) costs little in long division.
+    if (n % 2 != 0 || n < kRecursiveThreshold || a.size() < n + kRecursiveThreshold / 2) {
+        knuthDivMod(a, b, q, &r);
+        return;
+    }
+    const size_t k = n / 2;
+    Limbs q1;
+    Limbs r1;
+    divide3By2(shiftedDown(a, k), b, k, q1, r1);
+    Limbs q2;
+    divide3By2(joined(r1, lowLimbs(a, k), k), b, k, q2, r);
+    q = joined(q1, q2, k);
+}
+
+// a / b for b of at least kRecursiveThreshold limbs. b is padded with low zero limbs to a length
+// that halves down evenly to below the threshold, and both are scaled so that b's top limb is at
+// least half the base; a is then taken n limbs at a time from the top.
+void divModRecursive(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs* remainder) {
+    size_t halvings = 0;
+    while ((b.size() + (size_t{1} << halvings) - 1) >> halvings >= kRecursiveThreshold) {
+        ++halvings;
+    }
+    const size_t n = ((b.size() + (size_t{1} << halvings) - 1) >> halvings) << halvings;
+    const size_t pad = n - b.size();
+    const uint32_t scale = static_cast<uint32_t>(kBase / (static_cast<uint64_t>(b.back()) + 1));
+    Limbs bs = b;
+    Limbs as = a;
+    MulSmallAdd(bs, scale, 0);
+    MulSmallAdd(as, scale, 0);
+    bs = shiftedUp(bs, pad);
+    as = shiftedUp(as, pad);
+    // Blocks of n limbs; the top block has fewer than n limbs, so it is below b.
+    const size_t blocks = std::max<size_t>(2, (as.size() + 1 + n - 1) / n);
+    auto block = [&](size_t i) {
+        const size_t from = std::min(as.size(), i * n);
+        const size_t to = std::min(as.size(), from + n);
+        Limbs v(as.begin() + static_cast<std::ptrdiff_t>(from), as.begin() + static_cast<std::ptrdiff_t>(to));
+        trim(v);
+        return v;
+    };
+    Limbs z = joined(block(blocks - 1), block(blocks - 2), n);
+    Limbs q(n * (blocks - 1), 0);
+    Limbs r;
+    for (size_t i = blocks - 1; i-- > 0;) {
+        Limbs qi;
+        divide2By1(z, bs, n, qi, r);
+        std::copy(qi.begin(), qi.end(), q.begin() + static_cast<std::ptrdiff_t>(i * n));
+        if (i > 0) {
+            z = joined(r, block(i - 1), n);
         }
-        q = Add(q, one);
-        r = Sub(r, b);
     }
+    trim(q);
     quotient = std::move(q);
-    remainder = std::move(r);
+    if (remainder) {
+        r = shiftedDown(r, pad);
+        DivSmall(r, scale);
+        *remainder = std::move(r);
+    }
+}
+
+void divide(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs* remainder) {
+    if (Compare(a, b) < 0 || b.size() < kRecursiveThreshold || a.size() - b.size() < kRecursiveThreshold) {
+        knuthDivMod(a, b, quotient, remainder);
+        return;
+    }
+    divModRecursive(a, b, quotient, remainder);
 }
 
 }  // namespace
 
 void DivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder) {
-    const size_t n = b.size();
-    if (Compare(a, b) < 0 || n < kReciprocalThreshold || a.size() - n < kReciprocalThreshold) {
-        knuthDivMod(a, b, quotient, remainder);
-        return;
-    }
-    if (a.size() <= 2 * n) {
-        divModByReciprocal(a, b, quotient, remainder);
-        return;
-    }
-    // A long dividend goes in pieces of n limbs from the top, each with the remainder before it,
-    // so that every piece's quotient fits in n limbs.
-    const size_t pieces = (a.size() + n - 1) / n;
-    Limbs q(pieces * n, 0);
-    Limbs r;
-    for (size_t i = pieces; i-- > 0;) {
-        const size_t from = i * n;
-        const size_t to = std::min(a.size(), from + n);
-        Limbs current(a.begin() + static_cast<std::ptrdiff_t>(from), a.begin() + static_cast<std::ptrdiff_t>(to));
-        current.insert(current.end(), r.begin(), r.end());
-        if (r.empty()) {
-            trim(current);
-        }
-        Limbs pieceQ;
-        if (Compare(current, b) < 0) {
-            r = std::move(current);
-            continue;
-        }
-        if (current.size() - n < kReciprocalThreshold) {
-            knuthDivMod(current, b, pieceQ, r);
-        } else {
-            divModByReciprocal(current, b, pieceQ, r);
-        }
-        std::copy(pieceQ.begin(), pieceQ.end(), q.begin() + static_cast<std::ptrdiff_t>(from));
-    }
-    trim(q);
-    quotient = std::move(q);
-    remainder = std::move(r);
+    divide(a, b, quotient, &remainder);
+}
+
+Limbs Div(const Limbs& a, const Limbs& b) {
+    Limbs quotient;
+    divide(a, b, quotient, nullptr);
+    return quotient;
 }
 
 Limbs PowerOfTen(size_t exponent) {

@@ -29,6 +29,8 @@ Limbs Sub(const Limbs& a, const Limbs& b);
 Limbs Mul(const Limbs& a, const Limbs& b);
 // b must not be zero.
 void DivMod(const Limbs& a, const Limbs& b, Limbs& quotient, Limbs& remainder);
+// The quotient alone (saves scaling the remainder back); b must not be zero.
+Limbs Div(const Limbs& a, const Limbs& b);
 
 // In place: a = a / d, returning a mod d; d from 1 to 2^32 - 1.
 uint32_t DivSmall(Limbs& a, uint32_t d) noexcept;

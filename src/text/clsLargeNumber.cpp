@@ -271,10 +271,7 @@ std::u16string clsLargeNumber::StrDiv(const std::u16string& sA, const std::u16st
     if (b.empty()) {
         throw divisionByZero(u"clsLargeNumber.StrDiv");
     }
-    dn::Limbs q;
-    dn::Limbs r;
-    dn::DivMod(dn::FromDecimal(sA), b, q, r);
-    return dn::ToDecimal(q);
+    return dn::ToDecimal(dn::Div(dn::FromDecimal(sA), b));
 }
 
 std::u16string clsLargeNumber::StrMod(const std::u16string& sA, const std::u16string& sB) const {
