@@ -103,8 +103,9 @@ bool clsSearchFilesFInfo::LoadFromFileOrDir(const std::u16string& sFile, bool bR
     *this = *item->Clone();
     if (bRecurseIfDirectory && IsDirectory()) {
         clsSearchFiles below;
+        // The recursive search's flat list: everything below the folder, each entry on its own.
         oCollSubFiles = below.SearchPathPattern(oneBackSlash(sPathFileName()) + u"*.*", esfw_all, true, false, false,
-                                                -1, true);
+                                                -1, false);
     }
     return true;
 }

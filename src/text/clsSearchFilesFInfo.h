@@ -66,8 +66,8 @@ public:
     void GetUTCFileDate(int32_t iDateType, int32_t& iDay, int32_t& iMonth, int32_t& iYear, int32_t* iHour = nullptr,
                         int32_t* iMinute = nullptr, int32_t* iSecond = nullptr, int32_t* iMilliSeconds = nullptr,
                         int32_t* iDayOfWeek = nullptr) const;
-    // True when sFile names exactly one entry, whose fields then fill this one; a folder's
-    // content fills oCollSubFiles as a tree when bRecurseIfDirectory is true.
+    // True when sFile names exactly one entry, whose fields then fill this one; with
+    // bRecurseIfDirectory a folder's oCollSubFiles gets everything below it as one flat list.
     bool LoadFromFileOrDir(const std::u16string& sFile, bool bRecurseIfDirectory = false);
 
     void sFilePath(const std::u16string& sPath) { m_sFilePath = sPath; }

@@ -1,5 +1,6 @@
 #include "text/clsUniFile.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -264,6 +265,35 @@ bool clsUniFile::ReadAny(void* lPtrAny, int32_t lToRead) {
     return true;
 }
 
+void clsUniFile::pvReadPastEnd(int32_t count) {
+    if (count <= 0) return;
+    std::vector<uint8_t> scratch(kCacheSize);
+    auto drain = [&] {
+        // One read of `count` bytes stops at the end of the file; so do these reads together.
+        for (int32_t left = count; left > 0;) {
+            const int32_t step = std::min<int32_t>(left, static_cast<int32_t>(scratch.size()));
+            uint32_t got = 0;
+            if (!m_file.Read(scratch.data(), static_cast<uint32_t>(step), got) || got < static_cast<uint32_t>(step)) {
+                return;
+            }
+            left -= step;
+        }
+    };
+    if (!m_bUseCache) {
+        drain();
+        return;
+    }
+    if (m_lWritePos > -1) pvFlushWriteCache();
+    const int32_t at = m_lReadEnd - m_lReadPos + 1;
+    if (at > 0) count -= at;
+    pvResetReadCache();
+    if (count + std::max(at, 0) > kCacheSize) {
+        drain();
+    } else {
+        pvFillReadCache();
+    }
+}
+
 bool clsUniFile::WriteAny(const void* lPtrAny, int32_t lToWrite) {
     if (lToWrite <= 0) return false;
     if (!m_bUseCache) return pvRawWrite(lPtrAny, lToWrite);
@@ -416,9 +446,13 @@ bool clsUniFile::ReadNumCharsAndString(std::u16string& sRet, int32_t iFileEnc) {
     sRet.clear();
     int32_t count = 0;
     if (!ReadLong(count) || count < 1) return false;
-    // A count beyond the rest of the file cannot be read; refuse it before allocating.
+    // A count beyond the rest of the file: the read fails after taking what there is. Done
+    // without allocating the count, which a damaged file can set to 2 GB.
     const int64_t rest = LOF() - GetFilePos();
-    if (count > rest) return false;
+    if (count > rest) {
+        pvReadPastEnd(count);
+        return false;
+    }
     std::vector<uint8_t> bytes(static_cast<size_t>(count));
     if (!ReadBytes(bytes)) return false;
     if (iFileEnc == fe_ANSI) {

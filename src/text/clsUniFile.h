@@ -211,6 +211,10 @@ private:
     bool pvFlushWriteCache();
     bool pvFillReadCache();
     bool pvRawRead(void* target, int32_t count);
+    // What ReadAny(count) does to the file when count is beyond the data left, without a buffer
+    // of that size: the cached bytes are used up, then the file is read to its end (a count above
+    // the cache size, or the cache off) or the cache refilled.
+    void pvReadPastEnd(int32_t count);
     bool pvRawWrite(const void* source, int32_t count);
     // The next byte through the cache rules, without a call per byte while the cache holds bytes.
     bool pvNextByte(uint8_t& b);

@@ -424,6 +424,49 @@ TEST(clsUniFile, LengthPrefixedStrings) {
     }
 }
 
+// A count beyond the data left reads what the byte read would: the bytes at hand are used up, and
+// the result is false. Positions worked out from the read steps: with the cache off one read runs
+// to the end; with it on, a count above 16384 takes the cached bytes and one read to the end,
+// while a smaller one takes the cached bytes, refills the cache and stops there.
+TEST(clsUniFile, LengthPrefixedStringLongerThanTheRest) {
+    TempDir dir;
+    const std::u16string path = dir.File(u"short.bin");
+    const struct {
+        bool cache;
+        size_t padding;
+        int32_t count;
+        size_t data;
+        int64_t position;
+    } cases[] = {
+        {false, 0, 100, 10, 14},
+        {true, 0, 100, 10, 14},
+        {true, 0, 20000, 10, 14},
+        {false, 16376, 200, 104, 16484},
+        {true, 16376, 200, 104, 16384},  // 4 cached bytes used, the last 100 refilled, unread
+        {true, 16376, 20000, 104, 16484},
+    };
+    for (const auto& c : cases) {
+        std::vector<uint8_t> bytes = Sequence(c.padding);
+        for (int k = 0; k < 4; ++k) bytes.push_back(static_cast<uint8_t>(static_cast<uint32_t>(c.count) >> (8 * k)));
+        const std::vector<uint8_t> tail = Sequence(c.data + 1);
+        bytes.insert(bytes.end(), tail.begin() + 1, tail.end());
+        TempDir::WriteBytes(path, bytes);
+        clsUniFile f;
+        f.UseCache(c.cache);
+        ASSERT_TRUE(f.OpenFileRead(path));
+        if (c.padding > 0) ASSERT_EQ(Block(f, c.padding).size(), c.padding);
+        std::u16string s = u"old";
+        EXPECT_FALSE(f.ReadNumCharsAndString(s, fe_UTF16LE)) << c.cache << " " << c.padding << " " << c.count;
+        EXPECT_EQ(s, u"");
+        EXPECT_EQ(f.GetFilePos(), c.position) << c.cache << " " << c.padding << " " << c.count;
+        if (c.position < static_cast<int64_t>(bytes.size())) {
+            uint8_t next = 0;
+            ASSERT_TRUE(f.ReadByte(next));
+            EXPECT_EQ(next, bytes[static_cast<size_t>(c.position)]);
+        }
+    }
+}
+
 TEST(clsUniFile, LineEndsInEveryEncoding) {
     TempDir dir;
     struct Case {
