@@ -305,8 +305,9 @@ bool clsFileIniEx::RemoveSection(const std::u16string& sSection) {
 
 bool clsFileIniEx::RemoveRowKeyVal(const std::u16string& sAppName, const std::u16string& sKeyName) {
     const std::u16string key = keyOf(sKeyName);
-    // An empty key would match the first comment or section row: nothing to remove there.
-    if (key.empty() || !m_oRows) return false;
+    // An empty key matches the first row without one: a comment or blank row, or at the top level
+    // a section row, which goes with everything it holds.
+    if (!m_oRows) return false;
     clsFileIniEx_RowCollection* scope = m_oRows.get();
     if (!pvTrimBlanks(sAppName).empty()) {
         const std::shared_ptr<clsFileIniEx_Row> section = pvFindSection(sAppName);

@@ -215,6 +215,25 @@ TEST(clsFileIniEx, SectionListsAndRowSplitting) {
     }
 }
 
+// An empty key (or one of blanks) matches the first row without a key: a comment or blank row of
+// the section, or at the top level the rows before any section and then the section rows
+// themselves, with all they hold.
+TEST(clsFileIniEx, AnEmptyKeyRemovesTheFirstRowWithoutAKey) {
+    TempDir folder;
+    clsFileIniEx ini = Parsed(u"; top\r\ntop=1\r\n[a]\r\nk=1\r\n; in a\r\n\r\n[b]\r\nm=2", u";");
+    EXPECT_TRUE(ini.RemoveRowKeyVal(u"a", u""));
+    EXPECT_EQ(Saved(ini, folder), Bytes("; top\r\ntop=1\r\n[a]\r\nk=1\r\n\r\n[b]\r\nm=2"));
+    EXPECT_TRUE(ini.RemoveRowKeyVal(u"A", u"  "));
+    EXPECT_FALSE(ini.RemoveRowKeyVal(u"a", u""));
+    EXPECT_EQ(ini.GetString(u"a", u"k"), u"1");
+    EXPECT_TRUE(ini.RemoveRowKeyVal(u"", u""));
+    EXPECT_EQ(Saved(ini, folder), Bytes("top=1\r\n[a]\r\nk=1\r\n[b]\r\nm=2"));
+    EXPECT_TRUE(ini.RemoveRowKeyVal(u"", u""));
+    EXPECT_EQ(ini.GetString(u"a", u"k", u"gone"), u"gone");
+    EXPECT_EQ(Saved(ini, folder), Bytes("top=1\r\n[b]\r\nm=2"));
+    EXPECT_FALSE(ini.RemoveRowKeyVal(u"missing", u""));
+}
+
 TEST(clsFileIniEx, RemovingSectionsKeysAndBooleans) {
     TempDir folder;
     clsFileIniEx ini = Parsed(u"top=1\r\n[a]\r\nk=1\r\n[b]\r\nm=2\r\nt= 1 \r\nf=true");
