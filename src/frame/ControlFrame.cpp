@@ -271,7 +271,7 @@ const CtlString& ControlFrame::TipText() const {
 
 void ControlFrame::PassTip(const CtlString& tip) const {
     if (!UserMode()) return;
-    PassTipToTooltipLayer(tip, 300);
+    PassTipToTooltipLayer(tip, ScaleByDpi(300));  // the library's own maximum, so it follows the DPI
 }
 
 void ControlFrame::FinishLoading(bool bManualStart) {

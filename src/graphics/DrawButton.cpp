@@ -18,6 +18,7 @@ struct ButtonDefaultStyle {
     bool set = false;
 };
 thread_local ButtonDefaultStyle t_defaultStyle;
+thread_local DefaultButtonStyleListener t_defaultStyleListener = nullptr;
 
 int32_t inc(int32_t c, int d) { return ColorInc(c, static_cast<int16_t>(d)); }
 
@@ -305,7 +306,10 @@ int32_t GetDefaultButtonStyle() { return t_defaultStyle.set ? t_defaultStyle.sty
 void SetDefaultButtonStyle(int32_t style) {
     t_defaultStyle.style = style;
     t_defaultStyle.set = true;
+    if (t_defaultStyleListener != nullptr) t_defaultStyleListener(style);
 }
+
+void SetDefaultButtonStyleListener(DefaultButtonStyleListener listener) noexcept { t_defaultStyleListener = listener; }
 
 void DrawButton(HDC lHdc, CTL_RECT& rWork, int32_t lBackColor, bool bUseBorder, int32_t lBorderColor, bool bPressed,
                 bool bDefault, bool bCancel, bool bDrawFocus, bool bRounded, int32_t iBtnStyle,

@@ -30,6 +30,10 @@ void DrawButton(HDC lHdc, CTL_RECT& rWork, int32_t lBackColor, bool bUseBorder, 
 // The style that -1 stands for on this thread: 3 (Vista) until set.
 int32_t GetDefaultButtonStyle();
 void SetDefaultButtonStyle(int32_t style);
+// Told of every SetDefaultButtonStyle on this thread (nullptr: nobody): the tooltip layer passes the
+// new style to its tip label at once, while other controls pick it up at their next paint.
+using DefaultButtonStyleListener = void (*)(int32_t style);
+void SetDefaultButtonStyleListener(DefaultButtonStyleListener listener) noexcept;
 
 // The frame of text boxes and list fields: no body. lBorder -1 derives it as DrawButton does,
 // lOut -1 means lBack. With bThinLine only an underline is drawn.
