@@ -10,6 +10,7 @@
 #include "common/CaseFold.h"
 #include "common/CtlError.h"
 #include "support/TempDir.h"
+#include "text/UniFileUtils.h"
 #include "text/clsSearchFiles.h"
 
 using testsupport::Bytes;
@@ -337,4 +338,20 @@ TEST(clsSearchFiles, LinkedFoldersAreListedButNotEntered) {
             EXPECT_NE(item->lAttributes & esfa_FILE_ATTRIBUTE_REPARSE_POINT, 0);
         }
     }
+}
+
+// Removing a tree removes a folder link inside it as a link: the link goes, the folder it points
+// to keeps its content.
+TEST(clsSearchFiles, RemovingATreeRemovesFolderLinksNotTheirTargets) {
+    Tree t;
+    TempDir elsewhere;
+    TempDir::MakeFolder(elsewhere.File(u"kept"));
+    TempDir::WriteBytes(elsewhere.File(u"kept\\z.txt"), Bytes("z"));
+    std::error_code ec;
+    std::filesystem::create_directory_symlink(TempDir::HostPath(elsewhere.File(u"kept")),
+                                              TempDir::HostPath(t.dir.File(u"sub1\\deep\\link")), ec);
+    if (ec) GTEST_SKIP() << "this system does not let the test create a folder link: " << ec.message();
+    EXPECT_TRUE(ufu_RmDirRic(t.dir.File(u"sub1")));
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(TempDir::HostPath(t.dir.File(u"sub1")))));
+    EXPECT_EQ(TempDir::ReadBytes(elsewhere.File(u"kept\\z.txt")), Bytes("z"));
 }

@@ -571,7 +571,17 @@ bool CreateFolder(const std::u16string& path) {
 }
 
 bool RemoveFolder(const std::u16string& path) {
-    if (::rmdir(hostPath(path).c_str()) != 0) {
+    const std::string host = hostPath(path);
+    // A link to a folder goes as a link, the folder it points to untouched: what removing a
+    // folder link (a junction or a directory symbolic link) does on Windows.
+    struct stat link {};
+    struct stat target {};
+    if (::lstat(host.c_str(), &link) == 0 && S_ISLNK(link.st_mode) && ::stat(host.c_str(), &target) == 0 &&
+        S_ISDIR(target.st_mode)) {
+        if (::unlink(host.c_str()) != 0) return failFromErrno();
+        return true;
+    }
+    if (::rmdir(host.c_str()) != 0) {
         return failWith(errno == ENOTDIR ? kErrorDirectory : errorFromErrno(errno));
     }
     return true;
