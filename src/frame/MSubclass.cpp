@@ -34,7 +34,7 @@ public:
 
     intptr_t CallProc(plumbing::ProcAddress proc, plumbing::WindowKey window, uint32_t message, uintptr_t wParam,
                       intptr_t lParam) override {
-        return callerFor(proc)(asWindow(window), message, wParam, lParam);
+        return PreviousProcCall(reinterpret_cast<WNDPROC>(proc))(asWindow(window), message, wParam, lParam);
     }
 
     void CallClient(void* client, bool bBefore, bool& bStopMsg, intptr_t& lReturn, plumbing::WindowKey window,
@@ -49,26 +49,6 @@ public:
             // remaining clients from their message.
         }
     }
-
-private:
-    // A thread sees few distinct previous procedures (one per window class it hooks), so a
-    // short list decides each one's calling path once.
-    PreviousProcCall callerFor(plumbing::ProcAddress proc) noexcept {
-        for (const PreviousProcCall& known : m_callers) {
-            if (reinterpret_cast<plumbing::ProcAddress>(known.Proc()) == proc) return known;
-        }
-        const PreviousProcCall caller(reinterpret_cast<WNDPROC>(proc));
-        try {
-            if (m_callers.size() >= kMaxCallers) m_callers.clear();
-            m_callers.push_back(caller);
-        } catch (...) {
-            // Without the entry the next message decides again.
-        }
-        return caller;
-    }
-
-    static constexpr size_t kMaxCallers = 64;
-    std::vector<PreviousProcCall> m_callers;
 };
 
 // One apartment, one engine: windows belong to the thread that created them.

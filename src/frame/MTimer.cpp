@@ -37,10 +37,9 @@ bool CreateTimer(CTimer& timer) {
         if (place > state.highWaterMark) state.highWaterMark = static_cast<int16_t>(place);
         return true;
     }
-    // The table is full. The system timer is killed here rather than left to fire for nobody.
-    ::KillTimer(nullptr, timer.TimerID());
-    timer.TimerID(0);
-    timer.Interval(0);
+    // The table is full. The system timer stays as it is, with the instance's identifier and
+    // interval: its ticks reach the shared procedure, which finds no place and drops them, and
+    // stopping the instance finds no place either, so the timer runs until the thread ends.
     throw CtlError::Plumbing(13651, u"No more than 10 timers allowed per class");
 }
 

@@ -12,7 +12,7 @@ namespace MTimer {
 constexpr int32_t kPlaces = 100;
 
 // Starts the system timer and takes a place for the instance. False when the system refuses;
-// raises 13651 when every place is taken.
+// raises 13651 when every place is taken, the system timer left running without a place.
 bool CreateTimer(CTimer& timer);
 // Kills the instance's system timer and frees its place; false when it holds none.
 bool DestroyTimer(CTimer& timer) noexcept;

@@ -96,19 +96,31 @@ TEST(CTimer, TheHundredAndFirstTimerIsRefused) {
         timers.push_back(std::move(timer));
     }
     EXPECT_EQ(MTimer::HighWaterMark(), 100);
+    CountingSink sink;
     CTimer extra;
+    extra.SetEventSink(&sink);
     const auto error = ErrorOf([&] { extra.Interval(kNeverFires); });
     ASSERT_TRUE(error.has_value());
     EXPECT_EQ(error->Number(), PlumbingNumber(13651));
     EXPECT_EQ(error->Description(), u"No more than 10 timers allowed per class");
     EXPECT_EQ(error->Source(), u"TarnwickControls30.WindowProc");
+    // The refused instance keeps its system timer, identifier and interval, without a place: its
+    // ticks reach nobody, and the same interval again changes nothing.
     EXPECT_EQ(MTimer::PlaceOf(extra), 0);
-    EXPECT_EQ(extra.TimerID(), 0u);
-    EXPECT_EQ(extra.Interval(), 0);
+    EXPECT_NE(extra.TimerID(), 0u);
+    EXPECT_EQ(extra.Interval(), kNeverFires);
+    MTimer::TimerProc(nullptr, WM_TIMER, extra.TimerID(), 0);
+    EXPECT_EQ(sink.ticks, 0);
+    extra.Interval(kNeverFires);
+    EXPECT_EQ(MTimer::PlaceOf(extra), 0);
 
     // Free one place in the middle: the next timer takes it; the mark never goes down.
     const int32_t freed = MTimer::PlaceOf(*timers[40]);
     timers[40].reset();
+    // A stop that finds no place does nothing more than clear the interval.
+    extra.Interval(0);
+    EXPECT_EQ(extra.Interval(), 0);
+    EXPECT_NE(extra.TimerID(), 0u);
     extra.Interval(kNeverFires);
     EXPECT_EQ(MTimer::PlaceOf(extra), freed);
     timers.clear();

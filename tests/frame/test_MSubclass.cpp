@@ -1,6 +1,7 @@
 // Tests of the shared subclassing engine on real windows, with the calls recorded in order.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <stdexcept>
 
 #include "frame/MSubclass.h"
@@ -170,11 +171,6 @@ TEST(MSubclass, AnsiWindowsKeepTheirTranslation) {
     ASSERT_NE(window, nullptr);
     const auto previous = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(window, GWLP_WNDPROC));
 
-    // Windows and Wine both answer the wide query on an ANSI window with a handle, not code.
-    EXPECT_TRUE(PreviousProcCall::IsPlainCode(RecordingWindow::OriginalProc()));
-    EXPECT_FALSE(PreviousProcCall::IsPlainCode(previous));
-    EXPECT_FALSE(PreviousProcCall::IsPlainCode(nullptr));
-
     CallLog log;
     RecordingClient client(log, "A");
     {
@@ -188,4 +184,47 @@ TEST(MSubclass, AnsiWindowsKeepTheirTranslation) {
     }
     EXPECT_EQ(::GetWindowLongPtrW(window, GWLP_WNDPROC), reinterpret_cast<LONG_PTR>(previous));
     ::DestroyWindow(window);
+}
+
+// The handle an ANSI window's procedure comes back as can lie in executable memory (here memory
+// placed there on purpose, holding code that answers 0x5A5A): the engine must still not call it
+// directly, only through CallWindowProcW, which knows the handle.
+TEST(MSubclass, PreviousProcedureHandlesGoThroughCallWindowProcEvenInExecutableMemory) {
+    WNDCLASSEXA wc{};
+    wc.cbSize = sizeof wc;
+    wc.lpfnWndProc = &ansiProc;
+    wc.hInstance = ::GetModuleHandleW(nullptr);
+    wc.lpszClassName = "PlumbingAnsiWindow2";
+    ::RegisterClassExA(&wc);
+    const HWND window = ::CreateWindowExA(0, wc.lpszClassName, "", WS_OVERLAPPED, 0, 0, 50, 50, nullptr, nullptr,
+                                          wc.hInstance, nullptr);
+    ASSERT_NE(window, nullptr);
+    const auto previous = static_cast<uintptr_t>(::GetWindowLongPtrW(window, GWLP_WNDPROC));
+    ASSERT_NE(previous, reinterpret_cast<uintptr_t>(&ansiProc)) << "the wide query gave the code itself";
+    constexpr uintptr_t kGranularity = 0x10000;
+    const uintptr_t base = previous & ~(kGranularity - 1);
+    void* const block = ::VirtualAlloc(reinterpret_cast<void*>(base), kGranularity, MEM_RESERVE | MEM_COMMIT,
+                                       PAGE_EXECUTE_READWRITE);
+    if (block == nullptr) {
+        ::DestroyWindow(window);
+        GTEST_SKIP() << "the memory around the handle is taken";
+    }
+    // mov eax, 0x5A5A; ret
+    const unsigned char answer[] = {0xB8, 0x5A, 0x5A, 0x00, 0x00, 0xC3};
+    std::memcpy(reinterpret_cast<void*>(previous), answer, sizeof answer);
+    ::FlushInstructionCache(::GetCurrentProcess(), block, kGranularity);
+
+    CallLog log;
+    RecordingClient client(log, "A");
+    {
+        SubclassAttachments attachments(&client);
+        attachments.Attach(window, WM_SETTEXT, emr3AttachBefore);
+        const LRESULT result = ::SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"through the handle"));
+        EXPECT_NE(result, 0x5A5A);
+        char text[32] = {};
+        ::GetWindowTextA(window, text, 32);
+        EXPECT_STREQ(text, "through the handle");
+    }
+    ::DestroyWindow(window);
+    ::VirtualFree(block, 0, MEM_RELEASE);
 }
