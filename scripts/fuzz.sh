@@ -4,6 +4,7 @@
 # fuzz/corpus/<target>/ (kept in the repository, read only); what the fuzzer finds on the way goes
 # to build/fuzz-corpus/<target>/, crashes to build/fuzz-findings/<target>/.
 # Usage: scripts/fuzz.sh [target|all] [runs]     e.g. scripts/fuzz.sh fuzz_ini 10000000
+# TC_FUZZ_SECONDS=n ends each target after n seconds even short of the runs (a busy machine).
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
@@ -29,14 +30,17 @@ for target in $targets; do
   echo "== $target: $runs executions"
   # The large-number target stretches operands past the reciprocal threshold only when asked.
   log=build/fuzz-findings/$target.log
-  if TC_FUZZ_LONG=1 nice -n 19 "build/native/fuzz/$target" -runs="$runs" -max_len=4096 \
+  limit=()
+  [ -n "${TC_FUZZ_SECONDS:-}" ] && limit=(-max_total_time="$TC_FUZZ_SECONDS")
+  if TC_FUZZ_LONG=1 nice -n 19 "build/native/fuzz/$target" -runs="$runs" "${limit[@]}" -max_len=4096 \
        -print_final_stats=1 -artifact_prefix="$findings/" "$work" "${seeds[@]}" >"$log" 2>&1; then
     result="no finding"
   else
     result="FINDING (see $log and $findings/)"
     status=1
   fi
-  grep -E '^#[0-9]+[[:space:]]+DONE|^Done [0-9]+ runs' "$log" | tail -n 2
+  grep -E '^#[0-9]+[[:space:]].*cov:' "$log" | tail -n 1 | cut -d' ' -f1-9 || true
+  grep -E '^Done [0-9]+ runs' "$log" || true
   grep -E '^stat::(number_of_executed_units|peak_rss_mb)' "$log" || true
   echo "$target: $result"
 done
