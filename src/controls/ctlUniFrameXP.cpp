@@ -252,9 +252,18 @@ void ctlUniFrameXP::drawGrooveLook(HDC hdc, const CTL_RECT& whole, int32_t borde
     });
 }
 
+void ctlUniFrameXP::clipChildren() const {
+    // A container: its drawing must not paint over the controls that live in its window.
+    const HWND hwnd = Surface().hWnd();
+    if (hwnd == nullptr) return;
+    const LONG_PTR style = ::GetWindowLongPtrW(hwnd, GWL_STYLE);
+    if ((style & WS_CLIPCHILDREN) == 0) ::SetWindowLongPtrW(hwnd, GWL_STYLE, style | WS_CLIPCHILDREN);
+}
+
 void ctlUniFrameXP::DrawControl(HDC hdc) {
     const DrawingScope scope(*this);
     if (!scope.entered()) return;
+    skipOnError([&] { clipChildren(); });
     skipOnError([&] { syncSurfaceEnabled(); });
     const int32_t textColor = m_bEnabled ? m_lForeColor : kDisabledTextColor;
     skipOnError([&] {

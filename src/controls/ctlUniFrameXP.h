@@ -69,6 +69,7 @@ protected:
 
 private:
     void syncSurfaceEnabled();
+    void clipChildren() const;
     void drawTitle(HDC hdc, CTL_RECT area, int32_t flags, int32_t textColor) const;
     void drawBarLook(HDC hdc, const CTL_RECT& whole, int32_t border, int32_t textColor, const CtlString& title);
     void drawGrooveLook(HDC hdc, const CTL_RECT& whole, int32_t border, int32_t textColor, const CtlString& title);
