@@ -229,3 +229,48 @@ TEST(ctlUniButtonImageXPDrawing, OwnSizesDoubleAt192DpiPicturesStayTheUsers) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(ctlUniButtonImageXPDrawing, DefaultAndCancelMarksComeFromTheExtenderWhileEnabled) {
+    ButtonFixture f(80, 30);
+    plain(*f.button);
+    const COLORREF defaultMark = RGB(0xA0, 0xBE, 0xEC);  // the marks one line inside the border
+    const COLORREF cancelMark = RGB(0x80, 0x80, 0x80);
+    struct Case {
+        bool isDefault, isCancel, enabled;
+        COLORREF expected;  // 0 where neither mark may show
+    };
+    for (const Case c : {Case{true, false, true, defaultMark}, Case{false, true, true, cancelMark},
+                         Case{true, false, false, 0}, Case{false, false, true, 0}}) {
+        f.surface.HostExtender().Default(c.isDefault);
+        f.surface.HostExtender().Cancel(c.isCancel);
+        f.button->Enabled(c.enabled);
+        f.button->Refresh();
+        PumpMessages();
+        const COLORREF mark = PixelAt(f.hwnd(), 1, 15);
+        if (c.expected != 0) {
+            EXPECT_EQ(mark, c.expected) << c.isDefault << c.isCancel << c.enabled;
+        } else {
+            EXPECT_NE(mark, defaultMark);
+            EXPECT_NE(mark, cancelMark);
+        }
+    }
+}
+
+TEST(ctlUniButtonImageXPDrawing, ALiveButtonFollowsADpiChange) {
+    ButtonFixture f(120, 90);
+    plain(*f.button);
+    f.button->ShowFocus(true);
+    f.button->Picture(SolidPicture(16, 16, kRed));
+    f.button->Caption(u"Go");
+    f.button->ImagePos(eubiip_Top_TextNear);
+    PumpMessages();
+    expectRect(BoundsOfColor(f.hwnd(), kRed), pictureAt(52, 4), "96");
+    f.surface.OverrideDpi(192);
+    ::SendMessageW(f.hwnd(), 0x02E3 /* WM_DPICHANGED_AFTERPARENT */, 0, 0);
+    PumpMessages();
+    expectRect(BoundsOfColor(f.hwnd(), kRed), pictureAt(52, 8), "after WM_DPICHANGED_AFTERPARENT");
+}
+
+}  // namespace
