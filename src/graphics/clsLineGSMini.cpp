@@ -42,7 +42,9 @@ float clsLineGSMini::Coverage(int32_t px, int32_t py, float cx, float cy, float 
 }
 
 void clsLineGSMini::CircleGP(HDC hdc, float cx, float cy, float rx, float ry, int32_t lColor) const noexcept {
-    if (hdc == nullptr || !(rx >= 0.0F) || !(ry >= 0.0F) || rx > 32767.0F || ry > 32767.0F) return;
+    // Radii beyond kMaxRadius would ask for a bitmap of gigabytes: such a ring is no control's.
+    if (hdc == nullptr || !(rx >= 0.0F) || !(ry >= 0.0F) || rx > kMaxRadius || ry > kMaxRadius) return;
+    if (!std::isfinite(cx) || !std::isfinite(cy) || std::fabs(cx) > 1.0e6F || std::fabs(cy) > 1.0e6F) return;
     const int32_t left = static_cast<int32_t>(std::floor(cx - rx - 1.0F));
     const int32_t top = static_cast<int32_t>(std::floor(cy - ry - 1.0F));
     const int32_t width = static_cast<int32_t>(std::ceil(cx + rx + 1.0F)) - left + 1;

@@ -18,4 +18,6 @@ public:
     // kSamples x kSamples points inside the pixel.
     static float Coverage(int32_t px, int32_t py, float cx, float cy, float rx, float ry) noexcept;
     static constexpr int32_t kSamples = 8;
+    // Larger radii, negative or not-a-number ones draw nothing.
+    static constexpr float kMaxRadius = 4096.0F;
 };

@@ -15,10 +15,12 @@ namespace comtest {
 
 using testsupport::StackObject;
 
-// The host's wrapper of the control: a late-bound object with one property, Name.
-class TestExtender final : public testsupport::StackComObject<IDispatch, IID_IDispatch> {
+class TestForm;
+
+// A container object of the form (a frame): Name, and Index when it is an element of a control array.
+class TestContainerObject final : public testsupport::StackComObject<IDispatch, IID_IDispatch> {
 public:
-    explicit TestExtender(std::u16string name) : m_name(std::move(name)) {}
+    explicit TestContainerObject(std::u16string name, int index = -1) : m_name(std::move(name)), m_index(index) {}
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
@@ -27,6 +29,47 @@ public:
 
 private:
     std::u16string m_name;
+    int m_index;
+};
+
+// The host's wrapper of the control, late-bound: Name; and when a test sets them, Index (control
+// arrays), Container, Parent (a TestForm), Align, Object (the control). Like a real extender it
+// passes the names it does not know on to the control.
+class TestExtender final : public testsupport::StackComObject<IDispatch, IID_IDispatch> {
+public:
+    explicit TestExtender(std::u16string name, int index = -1) : m_name(std::move(name)), m_index(index) {}
+    void Control(IDispatch* control) noexcept { m_control = control; }
+    void Container(TestContainerObject* container) noexcept { m_container = container; }
+    void Parent(TestForm* form) noexcept { m_form = form; }
+    short Align() const noexcept { return m_align; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                                     UINT*) override;
+
+private:
+    std::u16string m_name;
+    int m_index;
+    IDispatch* m_control = nullptr;  // not held: the test owns both
+    TestContainerObject* m_container = nullptr;
+    TestForm* m_form = nullptr;
+    short m_align = 0;
+    std::vector<DISPID> m_forwarded;  // the control's ids of the names passed on
+};
+
+// The form: Controls, a collection with Count and Item(i) from 0 of the extenders added.
+class TestForm final : public testsupport::StackComObject<IDispatch, IID_IDispatch> {
+public:
+    void Add(TestExtender* extender) { m_controls.push_back(extender); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
+                                     EXCEPINFO*, UINT*) override;
+
+private:
+    std::vector<TestExtender*> m_controls;
 };
 
 // A client site in a window of its own: ambient UserMode (or no ambient at all), the extender,

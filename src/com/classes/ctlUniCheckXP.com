@@ -1,0 +1,42 @@
+# A tick box with a Unicode caption; its box drawn in the shared button styles.
+enum eUniCheckXp_align: "UniCheckXp_Align_Left" = 0, "UniCheckXp_Align_Right" = 1
+control ctlUniCheckXP
+header controls/ctlUniCheckXP.h
+header com/ComPropertyBag.h
+header com/EventDataObject.h
+events_cpp ctlUniCheckXPEvents
+prop Style: eCtlButtonStyle
+prop BackColor: color
+prop CheckBackColor: color
+prop CheckForeColor: color
+prop ForeColor: color
+prop BorderColor: color
+prop Enabled: bool
+prop Align: eUniCheckXp_align
+propobj Font: font
+prop Caption: string
+prop Pressed: bool
+prop Value: short
+prop Tip: string
+method Hwnd() -> handle
+prop OLEDropMode: eCtlOLEDropMode
+method OLEDrag()
+prop MousePointer: short
+propobj MouseIcon: picture
+prop ShowFocus: bool
+# The host may have changed a member of the font object it set: read it again first.
+method ApplyFontChanges() -> variant = (SyncFontFromHost(@obj.Font()), @obj.ApplyFontChanges(), EmptyVariant())
+event Click()
+event DblClick()
+event KeyDown(ref short KeyCode, ref short Shift)
+event KeyPress(ref short KeyAscii)
+event KeyUp(ref short KeyCode, ref short Shift)
+event MouseDown(ref short Button, ref short Shift, ref float x, ref float y)
+event MouseMove(ref short Button, ref short Shift, ref float x, ref float y)
+event MouseUp(ref short Button, ref short Shift, ref float x, ref float y)
+event OLEStartDrag(DataObject Data, ref long AllowedEffects)
+event OLESetData(DataObject Data, ref short DataFormat)
+event OLEGiveFeedback(ref long Effect, ref bool DefaultCursors)
+event OLEDragOver(DataObject Data, ref long Effect, ref short Button, ref short Shift, ref float x, ref float y, ref short State)
+event OLEDragDrop(DataObject Data, ref long Effect, ref short Button, ref short Shift, ref float x, ref float y)
+event OLECompleteDrag(ref long Effect)
