@@ -5,24 +5,27 @@
 
 #include <vector>
 
+#include "frame/WindowDpi.h"
 #include "graphics/DrawButton.h"
 #include "graphics/GdiRaii.h"
 #include "graphics/modCommonDraw.h"
 
 namespace gallery {
 
-bool RenderSwatches(clsDIBSection& sheet) {
-    if (!sheet.Create(kSwatchWidth, kSwatchHeight)) return false;
-    DrawRectCoords(sheet.hDC(), 0, 0, kSwatchWidth, kSwatchHeight, 0x00FFFFFF, true);
+bool RenderSwatches(clsDIBSection& sheet, int32_t dpi) {
+    const auto px = [dpi](int32_t pixels) { return ScaleToDpi(pixels, dpi); };
+    if (!sheet.Create(px(kSwatchWidth), px(kSwatchHeight))) return false;
+    DrawRectCoords(sheet.hDC(), 0, 0, px(kSwatchWidth), px(kSwatchHeight), 0x00FFFFFF, true);
     for (int32_t k = 0; k < 4; ++k) {
         for (int32_t s = 0; s <= 8; ++s) {
             for (int32_t c = 0; c < 4; ++c) {
-                CTL_RECT cell{8 + 104 * c, 8 + 340 * k + 36 * s, 0, 0};
-                cell.right = cell.left + 96;
-                cell.bottom = cell.top + 28;
+                CTL_RECT cell{px(8 + 104 * c), px(8 + 340 * k + 36 * s), 0, 0};
+                cell.right = cell.left + px(96);
+                cell.bottom = cell.top + px(28);
                 const bool pressed = c == 1 || c == 3;
                 const bool rounded = c == 2 || c == 3;
-                DrawButton(sheet.hDC(), cell, kSwatchBacks[k], true, -1, pressed, false, false, false, rounded, s, -1);
+                DrawButton(sheet.hDC(), cell, kSwatchBacks[k], true, -1, pressed, false, false, false, rounded, s, -1,
+                           true, dpi);
             }
         }
     }

@@ -1,4 +1,7 @@
-// tarnwick-gallery: the window of all controls, page by page; --swatches and --screenshot write PNGs and exit.
+// tarnwick-gallery: the window of all controls, page by page; --swatches, --screenshot and --layout
+// write files and exit; --dpi N lays everything out at N.
+#include <algorithm>
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,9 +17,16 @@
 
 namespace {
 
+// The window's layout at 96 DPI; GalleryScale gives it at the gallery's DPI.
 constexpr int kClientWidth = 1024;
 constexpr int kClientHeight = 720;
 constexpr int kTabHeight = 44;
+constexpr int kTabLeft = 8;
+constexpr int kTabTop = 8;
+constexpr int kTabWidth = 140;
+constexpr int kTabButtonHeight = 28;
+constexpr int kTabStep = 148;
+constexpr int kTabPoints = 8;
 constexpr int kFirstTabId = 100;
 const wchar_t kMainClass[] = L"TarnwickGallery";
 const wchar_t kPageClass[] = L"TarnwickGalleryPage";
@@ -26,6 +36,7 @@ struct Gallery {
     HWND host = nullptr;
     size_t current = 0;
     std::unique_ptr<GalleryPage> page;
+    FontOwner tabFont;  // the tab buttons' font at the gallery's DPI
 };
 Gallery g_gallery;
 
@@ -63,8 +74,9 @@ void showPage(size_t index) {
     if (g_gallery.host != nullptr) ::DestroyWindow(g_gallery.host);
     RECT client{};
     ::GetClientRect(g_gallery.main, &client);
-    g_gallery.host = ::CreateWindowExW(0, kPageClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, kTabHeight,
-                                       client.right, client.bottom - kTabHeight, g_gallery.main, nullptr,
+    const int tabHeight = GalleryScale(kTabHeight);
+    g_gallery.host = ::CreateWindowExW(0, kPageClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, tabHeight,
+                                       client.right, client.bottom - tabHeight, g_gallery.main, nullptr,
                                        ::GetModuleHandleW(nullptr), nullptr);
     g_gallery.current = index;
     g_gallery.page = pages[index].make();
@@ -80,11 +92,19 @@ LRESULT CALLBACK mainProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
     switch (message) {
     case WM_CREATE: {
         const auto& pages = GalleryPages();
+        g_gallery.tabFont.reset(::CreateFontW(-::MulDiv(kTabPoints, GalleryDpi(), 72), 0, 0, 0, FW_NORMAL, FALSE,
+                                              FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                              DEFAULT_QUALITY, DEFAULT_PITCH, L"Tahoma"));
         for (size_t i = 0; i < pages.size(); ++i) {
-            ::CreateWindowExW(0, L"BUTTON", pages[i].title.c_str(), WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON,
-                              8 + static_cast<int>(i) * 148, 8, 140, 28, hwnd,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstTabId + static_cast<int>(i))),
-                              ::GetModuleHandleW(nullptr), nullptr);
+            const HWND tab = ::CreateWindowExW(
+                0, L"BUTTON", pages[i].title.c_str(), WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON,
+                GalleryScale(kTabLeft + static_cast<int>(i) * kTabStep), GalleryScale(kTabTop), GalleryScale(kTabWidth),
+                GalleryScale(kTabButtonHeight), hwnd,
+                reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstTabId + static_cast<int>(i))),
+                ::GetModuleHandleW(nullptr), nullptr);
+            if (tab != nullptr && g_gallery.tabFont) {
+                ::SendMessageW(tab, WM_SETFONT, reinterpret_cast<WPARAM>(g_gallery.tabFont.get()), FALSE);
+            }
         }
         return 0;
     }
@@ -93,9 +113,18 @@ LRESULT CALLBACK mainProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
         if (id >= kFirstTabId && HIWORD(wParam) == BN_CLICKED) showPage(static_cast<size_t>(id - kFirstTabId));
         return 0;
     }
+    case WM_GETMINMAXINFO: {
+        // At a high DPI the window may be larger than the screen (a test display of 1280 x 1024
+        // holds the 96-DPI window only); the screenshot is taken piece by piece.
+        auto* limits = reinterpret_cast<MINMAXINFO*>(lParam);
+        limits->ptMaxTrackSize = POINT{32000, 32000};
+        limits->ptMaxSize = POINT{32000, 32000};
+        return 0;
+    }
     case WM_SIZE:
         if (g_gallery.host != nullptr) {
-            ::MoveWindow(g_gallery.host, 0, kTabHeight, LOWORD(lParam), HIWORD(lParam) - kTabHeight, TRUE);
+            const int tabHeight = GalleryScale(kTabHeight);
+            ::MoveWindow(g_gallery.host, 0, tabHeight, LOWORD(lParam), HIWORD(lParam) - tabHeight, TRUE);
         }
         return 0;
     case WM_DESTROY:
@@ -134,22 +163,81 @@ void pumpFor(DWORD milliseconds) {
     }
 }
 
-// The client area as shown, children included.
+// The client area as shown, children included. Only what lies on the screen can be read back, so
+// a window larger than the screen is moved under it piece by piece, each piece read where it shows.
 bool writeScreenshot(const std::wstring& path) {
-    ::RedrawWindow(g_gallery.main, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    pumpFor(300);
     RECT client{};
     ::GetClientRect(g_gallery.main, &client);
     clsDIBSection image;
     if (!image.Create(client.right, client.bottom)) return false;
-    const WindowDCGuard window(g_gallery.main);
-    ::BitBlt(image.hDC(), 0, 0, client.right, client.bottom, window.get(), 0, 0, SRCCOPY);
+    RECT frame{};
+    ::GetWindowRect(g_gallery.main, &frame);
+    POINT origin{0, 0};
+    ::ClientToScreen(g_gallery.main, &origin);
+    const int screenWidth = ::GetSystemMetrics(SM_CXSCREEN);
+    const int screenHeight = ::GetSystemMetrics(SM_CYSCREEN);
+    const int pieceWidth = std::max(1, std::min<int>(client.right, screenWidth - origin.x));
+    const int pieceHeight = std::max(1, std::min<int>(client.bottom, screenHeight - origin.y));
+    for (int top = 0; top < client.bottom; top += pieceHeight) {
+        for (int left = 0; left < client.right; left += pieceWidth) {
+            ::SetWindowPos(g_gallery.main, nullptr, frame.left - left, frame.top - top, 0, 0,
+                           SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            ::RedrawWindow(g_gallery.main, nullptr, nullptr,
+                           RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+            pumpFor(300);
+            const WindowDCGuard window(g_gallery.main);
+            ::BitBlt(image.hDC(), left, top, std::min<int>(pieceWidth, client.right - left),
+                     std::min<int>(pieceHeight, client.bottom - top), window.get(), left, top, SRCCOPY);
+        }
+    }
+    ::SetWindowPos(g_gallery.main, nullptr, frame.left, frame.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     return gallery::WritePng(image, path);
+}
+
+// One line per window: "client w h" (the main window's client area), "tab x y w h" for each tab
+// button (in that client area) and "child x y w h content" for every window of the page (in the
+// page's client area; content: 1 when the control sized itself). A test compares two DPIs' lines.
+bool writeLayout(const std::wstring& path) {
+    // Closes the file on every path; the result of the close is checked at the end.
+    std::unique_ptr<FILE, int (*)(FILE*)> owner(_wfopen(path.c_str(), L"w"), &std::fclose);
+    FILE* const file = owner.get();
+    if (file == nullptr) return false;
+    RECT client{};
+    ::GetClientRect(g_gallery.main, &client);
+    std::fprintf(file, "client %ld %ld\n", client.right, client.bottom);
+    const auto relative = [](HWND window, HWND to) {
+        RECT r{};
+        ::GetWindowRect(window, &r);
+        ::MapWindowPoints(HWND_DESKTOP, to, reinterpret_cast<POINT*>(&r), 2);
+        return r;
+    };
+    for (HWND child = ::GetWindow(g_gallery.main, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (child == g_gallery.host) continue;
+        const RECT r = relative(child, g_gallery.main);
+        std::fprintf(file, "tab %ld %ld %ld %ld\n", r.left, r.top, r.right - r.left, r.bottom - r.top);
+    }
+    struct Walk {
+        FILE* file;
+        decltype(relative)* place;
+    } walk{file, &relative};
+    ::EnumChildWindows(
+        g_gallery.host,
+        [](HWND child, LPARAM data) -> BOOL {
+            const auto* w = reinterpret_cast<const Walk*>(data);
+            const RECT r = (*w->place)(child, g_gallery.host);
+            const bool content = g_gallery.page && g_gallery.page->SizedByContent(child);
+            std::fprintf(w->file, "child %ld %ld %ld %ld %d\n", r.left, r.top, r.right - r.left, r.bottom - r.top,
+                         content ? 1 : 0);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&walk));
+    return std::fclose(owner.release()) == 0;
 }
 
 struct Options {
     std::wstring swatches;
     std::wstring screenshot;
+    std::wstring layout;
     size_t page = 0;
     int dpi = 0;  // 0: the system's
 };
@@ -163,6 +251,7 @@ Options parseOptions() {
         const std::wstring name = args[i];
         if (name == L"--swatches") options.swatches = args[++i];
         else if (name == L"--screenshot") options.screenshot = args[++i];
+        else if (name == L"--layout") options.layout = args[++i];
         else if (name == L"--page") options.page = static_cast<size_t>(_wtoi(args[++i]));
         else if (name == L"--dpi") options.dpi = _wtoi(args[++i]);
     }
@@ -177,19 +266,22 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
     DeclarePerMonitorDpiAwareness();
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 2;
     const Options options = parseOptions();
-    // The controls of every page are drawn at the chosen DPI, whatever the screen's.
+    // The window, the pages and the controls of every page are laid out and drawn at the chosen
+    // DPI, whatever the screen's.
     if (options.dpi > 0) Win32Surface::OverrideDpiForNewSurfaces(options.dpi);
+    SetGalleryDpi(options.dpi);
     int result = 0;
+    const bool writesPage = !options.screenshot.empty() || !options.layout.empty();
     if (!options.swatches.empty()) {
         clsDIBSection sheet;
-        if (!gallery::RenderSwatches(sheet) || !gallery::WritePng(sheet, options.swatches)) result = 1;
-        if (options.screenshot.empty()) {
+        if (!gallery::RenderSwatches(sheet, GalleryDpi()) || !gallery::WritePng(sheet, options.swatches)) result = 1;
+        if (!writesPage) {
             ::CoUninitialize();
             return result;
         }
     }
     if (!registerClasses(instance)) return 3;
-    RECT frame{0, 0, kClientWidth, kClientHeight};
+    RECT frame{0, 0, GalleryScale(kClientWidth), GalleryScale(kClientHeight)};
     const DWORD style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     ::AdjustWindowRectEx(&frame, style, FALSE, 0);
     g_gallery.main = ::CreateWindowExW(0, kMainClass, L"TarnwickControls gallery", style, 20, 20,
@@ -197,10 +289,12 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
                                        nullptr);
     if (g_gallery.main == nullptr) return 4;
     showPage(options.page);
-    ::ShowWindow(g_gallery.main, options.screenshot.empty() ? showCommand : SW_SHOWNORMAL);
+    ::ShowWindow(g_gallery.main, writesPage ? SW_SHOWNORMAL : showCommand);
     ::UpdateWindow(g_gallery.main);
-    if (!options.screenshot.empty()) {
-        if (!writeScreenshot(options.screenshot)) result = 1;
+    if (writesPage) {
+        if (!options.screenshot.empty() && !writeScreenshot(options.screenshot)) result = 1;
+        pumpFor(100);  // AutoSize settles with the first paints
+        if (!options.layout.empty() && !writeLayout(options.layout)) result = 1;
         ::DestroyWindow(g_gallery.main);
         pumpFor(50);
         ::CoUninitialize();

@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "frame/WindowDpi.h"
 #include "graphics/modCommonDraw.h"
 
 namespace {
+
+int32_t g_galleryDpi = 0;  // 0: not chosen yet
 
 std::vector<GalleryPageEntry>& registry() {
     static std::vector<GalleryPageEntry> pages;
@@ -48,3 +51,17 @@ bool RegisterGalleryPage(int order, const wchar_t* title, GalleryPageFactory mak
 }
 
 const std::vector<GalleryPageEntry>& GalleryPages() { return registry(); }
+
+int32_t GalleryDpi() {
+    if (g_galleryDpi <= 0) g_galleryDpi = WindowDpi(nullptr);
+    return g_galleryDpi;
+}
+
+void SetGalleryDpi(int32_t dpi) { g_galleryDpi = dpi > 0 ? dpi : 0; }
+
+int32_t GalleryScale(int32_t pixels) { return ScaleToDpi(pixels, GalleryDpi()); }
+
+int16_t GalleryPoints(HDC hdc, int32_t points) {
+    const int dcDpi = hdc != nullptr ? ::GetDeviceCaps(hdc, LOGPIXELSY) : 0;
+    return static_cast<int16_t>(::MulDiv(points, GalleryDpi(), dcDpi > 0 ? dcDpi : kDesignDpi));
+}

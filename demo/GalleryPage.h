@@ -26,7 +26,22 @@ public:
         (void)hdc;
         (void)area;
     }
+    // True for a child window whose size its content chose (an AutoSize label), not the page.
+    virtual bool SizedByContent(HWND child) const {
+        (void)child;
+        return false;
+    }
 };
+
+// The DPI the gallery lays its window and pages out at: --dpi N, else the system's. Pages design
+// their layout at 96 DPI and pass every position, size and point size through these.
+int32_t GalleryDpi();
+void SetGalleryDpi(int32_t dpi);
+// A length of the gallery's own layout, designed at 96 DPI, at GalleryDpi().
+int32_t GalleryScale(int32_t pixels);
+// The point size to ask of `hdc` for text that is `points` high at GalleryDpi(): a memory DC
+// answers the screen's DPI, not the one the page is laid out at.
+int16_t GalleryPoints(HDC hdc, int32_t points);
 
 // An installed face that holds the scripts of `sample`: Devanagari, CJK and characters beyond the
 // basic plane (emoji) each need their own face; anything else gets the general text face.

@@ -14,8 +14,11 @@
 
 namespace {
 
-// Below the tallest column above it (six labels of 28 pixels).
+// Below the tallest column above it (six labels of 28 pixels). The layout is designed at 96 DPI:
+// add() and Paint scale it to the gallery's.
 constexpr int kAutoSizeTop = 34 + 6 * 28 + 36;
+
+int S(int pixels) { return GalleryScale(pixels); }
 
 struct Placed {
     std::unique_ptr<Win32Surface> surface;
@@ -26,8 +29,9 @@ class LabelsPage : public GalleryPage {
 public:
     void Create(HWND parent, const RECT& area) override {
         m_face = GalleryFaceFor();
-        const int left = area.left + 12;
-        int y = area.top + 34;
+        m_origin = POINT{area.left, area.top};
+        const int left = 12;
+        int y = 34;
 
         // Alignment on both axes.
         const struct {
@@ -89,7 +93,8 @@ public:
         opaque.Font(std::make_shared<StdFont>(m_face, 18.0F, true));
         ctlUniLabel& transparent = addTransparent(parent, x, y + 46, 200, 40, u"Transparent");
         (void)transparent;
-        auto noFlickSurface = std::make_unique<Win32Surface>(parent, x, y + 92, 260, 40, true);
+        auto noFlickSurface = std::make_unique<Win32Surface>(parent, m_origin.x + S(x), m_origin.y + S(y + 92), S(260),
+                                                             S(40), true);
         auto noFlick = std::make_unique<ctlUniLabelNoFlick>(*noFlickSurface);
         noFlickSurface->Font(std::make_shared<StdFont>(m_face, 18.0F, true));
         noFlick->Caption(u"No-flicker label");
@@ -98,7 +103,7 @@ public:
         m_labels.push_back({std::move(noFlickSurface), std::move(noFlick)});
 
         // AutoSize: anchored by alignment (left grows right, centre both ways, right grows left).
-        y = area.top + kAutoSizeTop;
+        y = kAutoSizeTop;
         const struct {
             eUniLabel_TextAlign h;
             const char16_t* caption;
@@ -110,10 +115,11 @@ public:
             ctlUniLabel& label = add(parent, left + 130 + i * 250, y, 40, 20);
             label.Alignment(sized[i].h);
             label.BorderStyle(UniLabel_BS_Border);
-            label.Margin(4);
+            label.Margin(S(4));  // the page is the user here, and sets it for its DPI
             label.BackColor(0x00E8FFFF);
             label.Caption(sized[i].caption);
             label.AutoSize(true);
+            m_sizedByContent.push_back(Surface(label));
         }
 
         // Every button style as a background.
@@ -167,37 +173,43 @@ public:
     void Paint(HDC hdc, const RECT& area) override {
         clsFontHDC font;
         try {
-            font.SetFontToDC(hdc, m_face, 10, 0x00202020, true);
+            font.SetFontToDC(hdc, m_face, GalleryPoints(hdc, 10), 0x00202020, true);
         } catch (...) {
         }
         ::SetBkMode(hdc, TRANSPARENT);
-        const int left = area.left + 12;
-        DrawTextCoords(hdc, u"ctlUniLabel: alignment on both axes", left, area.top + 10, left + 340, area.top + 30,
-                       DT_SINGLELINE | DT_NOPREFIX);
-        DrawTextCoords(hdc, u"Borders and regions", left + 350, area.top + 10, left + 550, area.top + 30,
-                       DT_SINGLELINE | DT_NOPREFIX);
-        DrawTextCoords(hdc, u"Back styles (opaque, glyph-shaped)", left + 560, area.top + 10, left + 900, area.top + 30,
-                       DT_SINGLELINE | DT_NOPREFIX);
+        // Design coordinates (96 DPI, from the page's corner) to the page at the gallery's DPI.
+        const auto text = [&](const char16_t* caption, int l, int t, int r, int b) {
+            DrawTextCoords(hdc, caption, area.left + S(l), area.top + S(t), area.left + S(r), area.top + S(b),
+                           DT_SINGLELINE | DT_NOPREFIX);
+        };
+        const auto bar = [&](int l, int t, int r, int b, int32_t colour) {
+            DrawRectCoords(hdc, area.left + S(l), area.top + S(t), area.left + S(r), area.top + S(b), colour, true);
+        };
+        const int left = 12;
+        text(u"ctlUniLabel: alignment on both axes", left, 10, left + 340, 30);
+        text(u"Borders and regions", left + 350, 10, left + 550, 30);
+        text(u"Back styles (opaque, glyph-shaped)", left + 560, 10, left + 900, 30);
         // A striped backdrop behind the transparent labels, so that the holes between glyphs show.
-        for (int i = 0; i < 26; ++i) {
-            DrawRectCoords(hdc, left + 560 + i * 10, area.top + 80, left + 565 + i * 10, area.top + 166, 0x00B0B0B0,
-                           true);
+        for (int i = 0; i < 26; ++i) bar(left + 560 + i * 10, 80, left + 565 + i * 10, 166, 0x00B0B0B0);
+        const int autoTop = kAutoSizeTop;
+        text(u"AutoSize (the marks show where each label started)", left, autoTop - 22, left + 600, autoTop - 4);
+        for (int i = 0; i < 3; ++i) bar(left + 130 + i * 250, autoTop - 4, left + 170 + i * 250, autoTop - 2, 0x000000C0);
+        text(u"Every button style as background", left, autoTop + 56, left + 600, autoTop + 74);
+        text(u"Captions in many scripts", left, m_scriptsTop - 22, left + 600, m_scriptsTop - 4);
+    }
+
+    bool SizedByContent(HWND child) const override {
+        for (const HWND sized : m_sizedByContent) {
+            if (sized == child) return true;
         }
-        const int autoTop = area.top + kAutoSizeTop;
-        DrawTextCoords(hdc, u"AutoSize (the marks show where each label started)", left, autoTop - 22, left + 600,
-                       autoTop - 4, DT_SINGLELINE | DT_NOPREFIX);
-        for (int i = 0; i < 3; ++i) {
-            DrawRectCoords(hdc, left + 130 + i * 250, autoTop - 4, left + 170 + i * 250, autoTop - 2, 0x000000C0, true);
-        }
-        DrawTextCoords(hdc, u"Every button style as background", left, autoTop + 56, left + 600, autoTop + 74,
-                       DT_SINGLELINE | DT_NOPREFIX);
-        DrawTextCoords(hdc, u"Captions in many scripts", left, m_scriptsTop - 22, left + 600, m_scriptsTop - 4,
-                       DT_SINGLELINE | DT_NOPREFIX);
+        return false;
     }
 
 private:
+    // `x`, `y`, `width`, `height` in the page's design pixels (96 DPI, from the page's corner).
     ctlUniLabel& add(HWND parent, int x, int y, int width, int height) {
-        auto surface = std::make_unique<Win32Surface>(parent, x, y, width, height);
+        auto surface =
+            std::make_unique<Win32Surface>(parent, m_origin.x + S(x), m_origin.y + S(y), S(width), S(height));
         auto label = std::make_unique<ctlUniLabel>(*surface);
         surface->Font(std::make_shared<StdFont>(m_face, 9.0F));
         ctlUniLabel& ref = *label;
@@ -217,9 +229,18 @@ private:
         return label;
     }
 
+    HWND Surface(const ctlUniLabel& label) const {
+        for (const Placed& placed : m_labels) {
+            if (placed.label.get() == &label) return placed.surface->hWnd();
+        }
+        return nullptr;
+    }
+
     CtlString m_face;
-    int m_scriptsTop = 0;
+    POINT m_origin{0, 0};
+    int m_scriptsTop = 0;  // design pixels
     std::vector<Placed> m_labels;
+    std::vector<HWND> m_sizedByContent;
 };
 
 }  // namespace
