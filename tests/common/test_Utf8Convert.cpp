@@ -104,7 +104,9 @@ TEST(Utf8Convert, AsciiBlockPathsAgree) {
             expectNarrow |= static_cast<uint32_t>(units[k] >= 0x80) << k;
             expectWide |= static_cast<uint32_t>(bytes[k] >= 0x80) << k;
             ASSERT_EQ(widePortable[k], bytes[k]);
-            if (units[k] < 0x80) ASSERT_EQ(narrowPortable[k], units[k]);
+            if (units[k] < 0x80) {
+                ASSERT_EQ(narrowPortable[k], units[k]);
+            }
         }
         ASSERT_EQ(narrowMask, expectNarrow);
         ASSERT_EQ(wideMask, expectWide);
@@ -115,7 +117,9 @@ TEST(Utf8Convert, AsciiBlockPathsAgree) {
         ASSERT_EQ(asciiblock::WidenSse2(bytes, wideFast), expectWide);
         for (int k = 0; k < 16; ++k) {
             ASSERT_EQ(wideFast[k], bytes[k]);
-            if (units[k] < 0x80) ASSERT_EQ(narrowFast[k], units[k]);
+            if (units[k] < 0x80) {
+                ASSERT_EQ(narrowFast[k], units[k]);
+            }
         }
 #endif
     }

@@ -454,7 +454,9 @@ TEST(clsUniFile, LengthPrefixedStringLongerThanTheRest) {
         clsUniFile f;
         f.UseCache(c.cache);
         ASSERT_TRUE(f.OpenFileRead(path));
-        if (c.padding > 0) ASSERT_EQ(Block(f, c.padding).size(), c.padding);
+        if (c.padding > 0) {
+            ASSERT_EQ(Block(f, c.padding).size(), c.padding);
+        }
         std::u16string s = u"old";
         EXPECT_FALSE(f.ReadNumCharsAndString(s, fe_UTF16LE)) << c.cache << " " << c.padding << " " << c.count;
         EXPECT_EQ(s, u"");
