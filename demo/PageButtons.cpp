@@ -79,7 +79,7 @@ public:
         for (int i = 0; i < 3; ++i) {
             CTL_RECT field{x, y + S(4), x + S(120), y + S(26)};
             DrawRect(hdc, field, 0x00FFFFFF, true);
-            pvDrawFlatFrame(hdc, field, 0x00FFFFFF, 0x00A0A0A0, i == 1, -1, i == 2);
+            pvDrawFlatFrame(hdc, field, 0x00FFFFFF, 0x00A0A0A0, i == 1, -1, i == 2, dpi);
             DrawTextColorCoords(hdc, frames[i], x + S(6), y + S(4), x + S(120), y + S(26),
                                 DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX, 0x00404040);
             x += S(128);

@@ -348,20 +348,23 @@ void DrawButton(HDC lHdc, CTL_RECT& rWork, int32_t lBackColor, bool bUseBorder, 
 }
 
 void pvDrawFlatFrame(HDC hdc, const CTL_RECT& r, int32_t lBack, int32_t lBorder, bool bRounded, int32_t lOut,
-                     bool bThinLine) {
+                     bool bThinLine, int32_t iDpi) {
     if (hdc == nullptr) return;
     const Palette p = makePalette(iCtlBtnStyle_Flat, lBack, lBorder, lOut, true);
-    DrawRect(hdc, inset(r, 1), p.b, false);
+    const Scale px{iDpi};
+    const int32_t line = px.line();
+    for (int32_t i = 0; i < line; ++i) DrawRect(hdc, inset(r, line + i), p.b, false);
     if (bThinLine) {
-        DrawRect(hdc, r, p.b, false);
-        DrawLineCoords(hdc, r.left + 1, r.bottom - 1, r.right - 1, r.bottom - 1, p.f);
+        for (int32_t i = 0; i < line; ++i) {
+            DrawRect(hdc, inset(r, i), p.b, false);
+            DrawLineCoords(hdc, r.left + line, r.bottom - 1 - i, r.right - line, r.bottom - 1 - i, p.f);
+        }
         return;
     }
-    const Scale px;
     paintOutline(hdc, r, bRounded, p.f, p.o, px);
     if (bRounded) {
         const int32_t corner = BlendColors(p.f, p.b, 50);
-        paintInnerCorners(hdc, inset(r, 1), px, corner, corner);
+        paintInnerCorners(hdc, inset(r, line), px, corner, corner);
         paintCornerShoulders(hdc, r, px, BlendColors(p.f, p.b, 30));
     }
 }

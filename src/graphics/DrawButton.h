@@ -36,6 +36,7 @@ using DefaultButtonStyleListener = void (*)(int32_t style);
 void SetDefaultButtonStyleListener(DefaultButtonStyleListener listener) noexcept;
 
 // The frame of text boxes and list fields: no body. lBorder -1 derives it as DrawButton does,
-// lOut -1 means lBack. With bThinLine only an underline is drawn.
+// lOut -1 means lBack. With bThinLine only an underline is drawn. Its lines and corners scale by
+// iDpi / 96 as DrawButton's do.
 void pvDrawFlatFrame(HDC hdc, const CTL_RECT& r, int32_t lBack, int32_t lBorder, bool bRounded,
-                     int32_t lOut, bool bThinLine);
+                     int32_t lOut, bool bThinLine, int32_t iDpi = 96);

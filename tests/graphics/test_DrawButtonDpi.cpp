@@ -101,4 +101,42 @@ TEST(DrawButtonDpi, BorderLinesAreTwoPixelsAt192AndOneAt96) {
     }
 }
 
+// Pixels of `at192` that match no pixel of `at96` at their half position or one step around it.
+int mismatchesAgainstDoubled(const DibCanvas& at96, const DibCanvas& at192, bool skipRoundedCorners) {
+    int mismatches = 0;
+    for (int y = 0; y < at192.height(); ++y) {
+        for (int x = 0; x < at192.width(); ++x) {
+            if (skipRoundedCorners && inRoundedCorner(x / 2, y / 2)) continue;
+            bool found = false;
+            for (int oy = -1; oy <= 1 && !found; ++oy) {
+                for (int ox = -1; ox <= 1 && !found; ++ox) {
+                    const int sx = std::clamp(x + ox, 0, at192.width() - 1) / 2;
+                    const int sy = std::clamp(y + oy, 0, at192.height() - 1) / 2;
+                    found = at192.At(x, y) == at96.At(sx, sy);
+                }
+            }
+            if (!found) ++mismatches;
+        }
+    }
+    return mismatches;
+}
+
+TEST(DrawButtonDpi, FlatFrameAt192IsTheFrameAt96Doubled) {
+    for (const bool rounded : {false, true}) {
+        for (const bool thin : {false, true}) {
+            DibCanvas at96(kWidth, kHeight, kOutside);
+            DibCanvas at192(2 * kWidth, 2 * kHeight, kOutside);
+            pvDrawFlatFrame(at96.dc(), CTL_RECT{0, 0, kWidth, kHeight}, 0x00FFFFFF, kBorder, rounded, 0x0000FF00, thin);
+            pvDrawFlatFrame(at192.dc(), CTL_RECT{0, 0, 2 * kWidth, 2 * kHeight}, 0x00FFFFFF, kBorder, rounded,
+                            0x0000FF00, thin, 192);
+            EXPECT_EQ(mismatchesAgainstDoubled(at96, at192, rounded), 0) << rounded << thin;
+            // Its lines are two pixels wide: the second row in is still the line's colour.
+            const int32_t line = thin ? at96.At(kWidth / 2, kHeight - 1) : at96.At(kWidth / 2, 0);
+            const int row = thin ? 2 * kHeight - 2 : 1;
+            EXPECT_EQ(at192.At(kWidth, row), line) << rounded << thin;
+            EXPECT_NE(at192.At(kWidth, thin ? 2 * kHeight - 3 : 2), line) << rounded << thin;
+        }
+    }
+}
+
 }  // namespace
