@@ -132,17 +132,11 @@ TEST(ctlUniButtonImageXPCom, MembersThroughIDispatchAndKeysThroughTheContainersB
     EXPECT_EQ(Call(got.value.v.pdispVal, L"Handle").value.Text(),
               Call(picture.get(), L"Handle").value.Text());
 
-    // Saved through the container's bag and read back in the order of the keys.
+    // Saved through the container's bag and read back by a second button (the key order is the C++ test's).
     RecordingBag saved;
     ASSERT_EQ(As<IPersistPropertyBag>(b, IID_IPersistPropertyBag)->Save(&saved, TRUE, TRUE), S_OK);
     const auto loaded = Server::Instance().Create(CLSID_ctlUniButtonImageXP);
     ASSERT_EQ(As<IPersistPropertyBag>(loaded.get(), IID_IPersistPropertyBag)->Load(&saved, nullptr), S_OK);
-    const std::vector<std::u16string> readOrder = {
-        u"Picture", u"Enabled", u"Font", u"Caption", u"BackColor", u"ForeColor", u"BorderColor", u"ShowFocus",
-        u"Tristate", u"Pressed", u"Tip", u"Style", u"RoundedBorders", u"BackColorOut", u"UseRoundRegions",
-        u"TransparencyType", u"TransparentColor", u"xTranspColor", u"yTranspColor", u"ImagePos", u"OLEDropMode",
-        u"MousePointer", u"MouseIcon", u"DblClickEvent"};
-    EXPECT_EQ(saved.reads, readOrder);
     EXPECT_EQ(Units(Call(loaded.get(), L"Caption").value.Text()), Units(kCaption));
     EXPECT_EQ(Call(loaded.get(), L"ImagePos").value.Text(), u"11");
     EXPECT_EQ(Call(loaded.get(), L"DblClickEvent").value.Text(), u"-1");
