@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs a win32 program under the i386 Wine of scripts/x86-env.sh: the CMake emulator of the win32
 # preset, as scripts/wine-run.sh is for win64. The program runs in the i386 root through chroot, in a
-# mount namespace of its own that sees the checkout, the build tree, the X socket and the host's fonts
-# at their host paths, so that paths, Z: names and the display are the same as on the host.
+# mount namespace of its own that sees the checkout, the build tree, the host's /tmp (X socket, Wine
+# servers) and fonts at their host paths, so that paths, Z: names and the display match the host's.
 # A 64-bit program (a build tool such as the type library fixer) goes to the host's Wine instead,
 # with a prefix of its own beside the 32-bit one.
 # The Wine prefix belongs to the build tree that holds the program (as for win64) and is made on first use.
