@@ -179,6 +179,11 @@ void ctlUniTooltipManager::Transparency(int16_t value) {
     if (isServing()) ctlUniToolTip::Instance().Transparency(value);
 }
 
+void ctlUniTooltipManager::AmbientChanged(const CtlString& propertyName) {
+    if (m_bActivateTips && UserMode() && !IsTooltipManagerAlive()) startService();
+    ControlFrame::AmbientChanged(propertyName);
+}
+
 // ---- drawing: only designers see it ----
 
 void ctlUniTooltipManager::DrawControl(HDC hdc) {

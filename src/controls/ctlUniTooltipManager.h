@@ -51,6 +51,9 @@ public:
     void HideTip();
     using ControlFrame::Hwnd;
 
+    // A designer switching to run mode starts the service (UserMode is an ambient property).
+    void AmbientChanged(const CtlString& propertyName) override;
+
 protected:
     void DrawControl(HDC hdc) override;
 

@@ -282,6 +282,9 @@ TEST(ctlUniTooltipManager, WithoutAManagerNothingHappensAndTheEndTakesTheService
     ctlUniTooltipManager designed(surface);
     designed.InitProperties();
     EXPECT_FALSE(IsTooltipManagerAlive());
+    surface.HostAmbient().UserMode(true);
+    surface.NotifyAmbientChanged(u"UserMode");
+    EXPECT_TRUE(IsTooltipManagerAlive()) << "the form went to run time";
 }
 
 TEST(ctlUniTooltipManager, TipWindowAt192DpiIsTwiceItsSizeAt96) {
