@@ -48,7 +48,8 @@ public:
         m_face = GalleryFaceFor();
         m_origin = POINT{area.left, area.top};
         const int left = 12;
-        const auto small = discPicture(16, 0x00C06020);
+        // Pictures are the user's and never rescaled: the page, as the user, makes them for its DPI.
+        const auto small = discPicture(S(16), 0x00C06020);
 
         // The eleven placements (9 is none).
         const struct {
@@ -112,7 +113,7 @@ public:
 
         // Pictures: shrunk to fit, and the three transparency rules.
         y += 60;
-        const auto large = discPicture(48, 0x00208040);
+        const auto large = discPicture(S(48), 0x00208040);
         const struct {
             const char16_t* caption;
             int32_t transparency;
