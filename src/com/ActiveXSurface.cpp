@@ -82,6 +82,12 @@ HRESULT invokeNamed(IDispatch* object, const wchar_t* name, WORD flags, const st
     return hr;
 }
 
+CtlString textNamed(IDispatch* object, const wchar_t* name) {
+    OwnedVariant value;
+    getNamed(object, name, VT_BSTR, value);
+    return FromBstr(value.v.bstrVal);
+}
+
 // Index of an element of a control array, empty for a control outside one.
 CtlVariant indexOf(IDispatch* object) {
     OwnedVariant value;
@@ -124,9 +130,7 @@ public:
         throw MissingHostMember();
     }
     CtlString Name() const override {
-        OwnedVariant value;
-        getNamed(m_extended.get(), L"Name", VT_BSTR, value);
-        return FromBstr(value.v.bstrVal);
+        return textNamed(m_extended.get(), L"Name");
     }
     CtlVariant Index() const override {
         return indexOf(m_extended.get());
@@ -205,9 +209,7 @@ public:
         }
     }
     CtlString Name() const override {
-        OwnedVariant value;
-        getNamed(m_extended.get(), L"Name", VT_BSTR, value);
-        return FromBstr(value.v.bstrVal);
+        return textNamed(m_extended.get(), L"Name");
     }
     SurfaceContainer* Container() const override { return containerNamed(L"Container"); }
     SurfaceContainer* Parent() const override { return containerNamed(L"Parent"); }
@@ -266,9 +268,7 @@ private:
             return value.v.iVal;
         }
         CtlString Name() const override {
-            OwnedVariant value;
-            getNamed(m_object.get(), L"Name", VT_BSTR, value);
-            return FromBstr(value.v.bstrVal);
+            return textNamed(m_object.get(), L"Name");
         }
         CtlVariant Index() const override {
             return indexOf(m_object.get());

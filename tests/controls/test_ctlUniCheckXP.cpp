@@ -123,6 +123,18 @@ TEST(ctlUniCheckXP, AccessKeyClicksOnlyWhileEnabled) {
     EXPECT_TRUE(f.control.Pressed());
 }
 
+// A pressed box without a caption in the test colours, flat style, painted; its window.
+HWND PaintPressedBox(Check& f) {
+    f.control.Caption(u"");
+    f.control.Style(0);
+    f.control.CheckBackColor(kBoxBack);
+    f.control.CheckForeColor(kMark);
+    f.control.BorderColor(kBorder);
+    f.control.Pressed(true);
+    Repaint(f.surface.hWnd());
+    return f.surface.hWnd();
+}
+
 // Pixels at 96 DPI, computed from the layout rules: box of 15 at (0, y) with y the half-to-even
 // rounding of height/2 - 7.5, its four corner pixels in the back colour, the tick of six lines
 // around (6, y + 8).
@@ -130,14 +142,7 @@ TEST(ctlUniCheckXP, BoxRowCornersAndTickFollowTheRules) {
     for (const auto& [height, row] : {std::pair{18, 2}, std::pair{22, 4}, std::pair{15, 0}, std::pair{20, 2}}) {
         SCOPED_TRACE(height);
         Check f(160, height);
-        f.control.Caption(u"");
-        f.control.Style(0);
-        f.control.CheckBackColor(kBoxBack);
-        f.control.CheckForeColor(kMark);
-        f.control.BorderColor(kBorder);
-        f.control.Pressed(true);
-        const HWND hwnd = f.surface.hWnd();
-        Repaint(hwnd);
+        const HWND hwnd = PaintPressedBox(f);
         EXPECT_EQ(FirstRowNotOf(hwnd, 7, kBack, height), row);
         EXPECT_EQ(PixelAt(hwnd, 7, row), static_cast<COLORREF>(kBorder));
         for (const auto& [cx, cy] : {std::pair{0, 0}, std::pair{0, 14}, std::pair{14, 0}, std::pair{14, 14}}) {
@@ -178,14 +183,7 @@ TEST(ctlUniCheckXP, AlignRightPutsTheBoxAtTheRightEdge) {
 TEST(ctlUniCheckXP, DoublesItsOwnSizesAt192Dpi) {
     Check f(200, 40);
     f.surface.OverrideDpi(192);
-    f.control.Caption(u"");
-    f.control.Style(0);
-    f.control.CheckBackColor(kBoxBack);
-    f.control.CheckForeColor(kMark);
-    f.control.BorderColor(kBorder);
-    f.control.Pressed(true);
-    const HWND hwnd = f.surface.hWnd();
-    Repaint(hwnd);
+    const HWND hwnd = PaintPressedBox(f);
     const int row = 5;  // 40/2 - 30/2
     EXPECT_EQ(FirstRowNotOf(hwnd, 14, kBack, 40), row);
     EXPECT_EQ(PixelAt(hwnd, 29, row + 14), static_cast<COLORREF>(kBorder));  // right edge at 29
