@@ -179,6 +179,45 @@ TEST(ctlUniCheckXP, AlignRightPutsTheBoxAtTheRightEdge) {
     EXPECT_EQ(PixelAt(hwnd, 85, 9), static_cast<COLORREF>(kBorder));
 }
 
+// Pixels in one column of the window that differ from the back colour.
+int NotBackIn(HWND hwnd, int x, int height) {
+    int count = 0;
+    for (int y = 0; y < height; ++y) count += PixelAt(hwnd, x, y) != static_cast<COLORREF>(kBack) ? 1 : 0;
+    return count;
+}
+
+// The caption starts 19 pixels in (box 15, gap 3, inset 1), or ends 19 before the right edge with
+// the box there; the focus rectangle lies one pixel outside it, and one more at right and bottom.
+TEST(ctlUniCheckXP, CaptionAndFocusRectangleKeepTheirOffsets) {
+    for (const int align : {0, 1}) {
+        SCOPED_TRACE(align);
+        Check f(160, 18);
+        f.control.Style(0);
+        f.control.Caption(u"Mm");
+        f.control.Align(align);
+        const HWND hwnd = f.surface.hWnd();
+        Repaint(hwnd);
+        const int textEdge = align == 0 ? 19 : 141;  // the text rectangle's left, or its right
+        const int focusColumn = align == 0 ? 18 : 142;
+        if (align == 0) {
+            EXPECT_GT(NotBackIn(hwnd, textEdge, 18) + NotBackIn(hwnd, textEdge + 1, 18), 0);
+            for (int x = 15; x < 19; ++x) EXPECT_EQ(NotBackIn(hwnd, x, 18), 0) << x;
+        } else {
+            // The glyphs end inside their advance, short of the rectangle's right edge.
+            int ink = 0;
+            for (int x = 100; x < textEdge; ++x) ink += NotBackIn(hwnd, x, 18);
+            EXPECT_GT(ink, 0);
+            for (int x = 141; x < 145; ++x) EXPECT_EQ(NotBackIn(hwnd, x, 18), 0) << x;
+        }
+        f.control.GotFocus();
+        Repaint(hwnd);
+        EXPECT_GT(NotBackIn(hwnd, focusColumn, 18), 3);
+        f.control.ShowFocus(false);
+        Repaint(hwnd);
+        EXPECT_EQ(NotBackIn(hwnd, focusColumn, 18), 0);
+    }
+}
+
 // At 192 DPI the box, its corners and the tick are twice their 96 size.
 TEST(ctlUniCheckXP, DoublesItsOwnSizesAt192Dpi) {
     Check f(200, 40);
