@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "DibCanvas.h"
 #include "graphics/DrawButton.h"
@@ -136,6 +137,37 @@ TEST(DrawButtonDpi, FlatFrameAt192IsTheFrameAt96Doubled) {
             EXPECT_EQ(at192.At(kWidth, row), line) << rounded << thin;
             EXPECT_NE(at192.At(kWidth, thin ? 2 * kHeight - 3 : 2), line) << rounded << thin;
         }
+    }
+}
+
+TEST(DrawButtonDpi, FocusMarkAt192IsTheMarkAt96Doubled) {
+    // Where the focus mark changes the button's pixels, at 96 and at 192: each changed pixel at
+    // 96 is a changed two-by-two block at 192 (the mark inverts, so it shows on every body).
+    const auto markOf = [](int32_t style, int32_t dpi, int scale) {
+        DibCanvas plain(scale * kWidth, scale * kHeight, kOutside);
+        DibCanvas focused(scale * kWidth, scale * kHeight, kOutside);
+        CTL_RECT r{0, 0, scale * kWidth, scale * kHeight};
+        DrawButton(plain.dc(), r, 0x00F0F0F0, true, kBorder, false, false, false, false, false, style, -1, true, dpi);
+        DrawButton(focused.dc(), r, 0x00F0F0F0, true, kBorder, false, false, false, true, false, style, -1, true, dpi);
+        std::vector<bool> mark;
+        for (int y = 0; y < scale * kHeight; ++y)
+            for (int x = 0; x < scale * kWidth; ++x) mark.push_back(plain.At(x, y) != focused.At(x, y));
+        return mark;
+    };
+    for (int32_t style = iCtlBtnStyle_Flat; style <= iCtlBtnStyle_Xp2; ++style) {
+        const std::vector<bool> at96 = markOf(style, 96, 1);
+        const std::vector<bool> at192 = markOf(style, 192, 2);
+        int marked = 0;
+        int mismatches = 0;
+        for (int y = 0; y < 2 * kHeight; ++y) {
+            for (int x = 0; x < 2 * kWidth; ++x) {
+                const bool now = at192[static_cast<size_t>(y * 2 * kWidth + x)];
+                marked += now ? 1 : 0;
+                mismatches += now != at96[static_cast<size_t>((y / 2) * kWidth + x / 2)] ? 1 : 0;
+            }
+        }
+        EXPECT_GT(marked, 2 * kWidth + 2 * kHeight) << style;  // about half of a frame two pixels wide
+        EXPECT_EQ(mismatches, 0) << style;
     }
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 #include <vector>
 
 #include "DibCanvas.h"
@@ -13,22 +14,33 @@ constexpr int32_t kFill = 0x00406080;
 constexpr int kWidth = 60;
 constexpr int kHeight = 40;
 
-// The picture the rule gives: a frame `dot` pixels wide along the inside of `rc`; along each edge,
-// counted from the rectangle's left (top and bottom) or top (sides), the odd `dot`-long steps are
-// inverted and the even ones untouched (the corners stay clear, as DrawFocusRect leaves them).
+// The picture the rule gives: a frame `dot` pixels wide along the inside of `rc`, a checkerboard of
+// dot-sized squares counted from the rectangle's corner, the corner square clear (as DrawFocusRect
+// leaves it); a square is inverted when its column and row add up odd. The bottom strip is the
+// last row and the right strip the last column, their numbers the extent less one square, in
+// squares, rounded.
 std::vector<int32_t> expectedFrame(const RECT& rc, int dot, int32_t ink) {
     std::vector<int32_t> px(static_cast<size_t>(kWidth * kHeight), kFill);
+    const long lastRow = std::lround(static_cast<double>(rc.bottom - rc.top - dot) / dot);
+    const long lastColumn = std::lround(static_cast<double>(rc.right - rc.left - dot) / dot);
     for (int y = rc.top; y < rc.bottom; ++y) {
         for (int x = rc.left; x < rc.right; ++x) {
-            const bool inTopOrBottom = y < rc.top + dot || y >= rc.bottom - dot;
-            const bool inSide = x < rc.left + dot || x >= rc.right - dot;
-            bool on = false;
-            if (inTopOrBottom) {
-                on = ((x - rc.left) / dot) % 2 == 1;
-            } else if (inSide) {
-                on = ((y - rc.top) / dot) % 2 == 1;
+            const bool top = y < rc.top + dot;
+            const bool bottom = !top && y >= rc.bottom - dot;
+            const bool left = x < rc.left + dot;
+            const bool right = !left && x >= rc.right - dot;
+            long row = 0;
+            long column = 0;
+            if (top || bottom) {
+                row = top ? 0 : lastRow;
+                column = (x - rc.left) / dot;
+            } else if (left || right) {
+                column = left ? 0 : lastColumn;
+                row = (y - rc.top) / dot;
+            } else {
+                continue;
             }
-            if (on) px[static_cast<size_t>(y * kWidth + x)] = ink;
+            if ((row + column) % 2 == 1) px[static_cast<size_t>(y * kWidth + x)] = ink;
         }
     }
     return px;
