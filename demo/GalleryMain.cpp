@@ -211,7 +211,8 @@ bool writeLayout(const std::wstring& path) {
         ::MapWindowPoints(HWND_DESKTOP, to, reinterpret_cast<POINT*>(&r), 2);
         return r;
     };
-    for (HWND child = ::GetWindow(g_gallery.main, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = ::GetWindow(g_gallery.main, GW_CHILD); child != nullptr;
+         child = ::GetWindow(child, GW_HWNDNEXT)) {
         if (child == g_gallery.host) continue;
         const RECT r = relative(child, g_gallery.main);
         std::fprintf(file, "tab %ld %ld %ld %ld\n", r.left, r.top, r.right - r.left, r.bottom - r.top);
