@@ -21,6 +21,7 @@ endif()
 # x86: SSE2 arithmetic instead of the x87 unit, whose 80-bit intermediates round blends and scalings
 # differently from x64 (pictures a step off here and there). Every processor that runs a current
 # 32-bit Windows has SSE2. Set here rather than in the toolchain file so that existing trees get it.
+# -DTC_X86_X87=ON builds with the x87 unit instead, to see the difference in the pixel tests.
 if(WIN32 AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86" AND NOT TC_X86_X87)
   add_compile_options(-msse2 -mfpmath=sse)
 endif()
