@@ -194,6 +194,25 @@ bool writeScreenshot(const std::wstring& path) {
     return gallery::WritePng(image, path);
 }
 
+// A window's rectangle in the client coordinates of `to`.
+RECT relativeRect(HWND window, HWND to) {
+    RECT r{};
+    ::GetWindowRect(window, &r);
+    ::MapWindowPoints(HWND_DESKTOP, to, reinterpret_cast<POINT*>(&r), 2);
+    return r;
+}
+
+// EnumChildWindows callback of writeLayout: a named CALLBACK, since on x86 a lambda cannot take
+// the stdcall convention the callback needs.
+BOOL CALLBACK writeChildLine(HWND child, LPARAM data) {
+    FILE* const file = reinterpret_cast<FILE*>(data);
+    const RECT r = relativeRect(child, g_gallery.host);
+    const bool content = g_gallery.page && g_gallery.page->SizedByContent(child);
+    std::fprintf(file, "child %ld %ld %ld %ld %d\n", r.left, r.top, r.right - r.left, r.bottom - r.top,
+                 content ? 1 : 0);
+    return TRUE;
+}
+
 // One line per window: "client w h" (the main window's client area), "tab x y w h" for each tab
 // button (in that client area) and "child x y w h content" for every window of the page (in the
 // page's client area; content: 1 when the control sized itself). A test compares two DPIs' lines.
@@ -205,33 +224,13 @@ bool writeLayout(const std::wstring& path) {
     RECT client{};
     ::GetClientRect(g_gallery.main, &client);
     std::fprintf(file, "client %ld %ld\n", client.right, client.bottom);
-    const auto relative = [](HWND window, HWND to) {
-        RECT r{};
-        ::GetWindowRect(window, &r);
-        ::MapWindowPoints(HWND_DESKTOP, to, reinterpret_cast<POINT*>(&r), 2);
-        return r;
-    };
     for (HWND child = ::GetWindow(g_gallery.main, GW_CHILD); child != nullptr;
          child = ::GetWindow(child, GW_HWNDNEXT)) {
         if (child == g_gallery.host) continue;
-        const RECT r = relative(child, g_gallery.main);
+        const RECT r = relativeRect(child, g_gallery.main);
         std::fprintf(file, "tab %ld %ld %ld %ld\n", r.left, r.top, r.right - r.left, r.bottom - r.top);
     }
-    struct Walk {
-        FILE* file;
-        decltype(relative)* place;
-    } walk{file, &relative};
-    ::EnumChildWindows(
-        g_gallery.host,
-        [](HWND child, LPARAM data) -> BOOL {
-            const auto* w = reinterpret_cast<const Walk*>(data);
-            const RECT r = (*w->place)(child, g_gallery.host);
-            const bool content = g_gallery.page && g_gallery.page->SizedByContent(child);
-            std::fprintf(w->file, "child %ld %ld %ld %ld %d\n", r.left, r.top, r.right - r.left, r.bottom - r.top,
-                         content ? 1 : 0);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&walk));
+    ::EnumChildWindows(g_gallery.host, &writeChildLine, reinterpret_cast<LPARAM>(file));
     return std::fclose(owner.release()) == 0;
 }
 
