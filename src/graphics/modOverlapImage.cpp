@@ -142,7 +142,9 @@ void overlapIcon(HDC dest, int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, bool 
 void OverlapImageCoords(HDC lDestHDC, int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, bool bGrayed,
                         const CtlPictureRef& oPicImage, bool bUseTransp, int32_t iPicMaxWidth, int32_t iPicMaxHeight,
                         int32_t XTransp, int32_t YTransp, int32_t lTranspColor) {
-    if (lDestHDC == nullptr || reinterpret_cast<intptr_t>(oPicImage.hHandle) <= 0) return;
+    // Only null means no picture: a 32-bit GDI handle may have its top bit set (Wine's handle
+    // generation counter reaches it once slots are reused), so it must not be read as a signed number.
+    if (lDestHDC == nullptr || oPicImage.hHandle == nullptr) return;
     try {
         if (oPicImage.iType == kPicTypeIcon) {
             overlapIcon(lDestHDC, X1, Y1, X2, Y2, bGrayed, static_cast<HICON>(oPicImage.hHandle), bUseTransp,

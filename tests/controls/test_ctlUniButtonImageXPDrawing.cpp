@@ -101,6 +101,37 @@ TEST(ctlUniButtonImageXPDrawing, PictureAndCaptionGoWhereTheTableSays) {
     expectRect(BoundsOfColor(f.hwnd(), kBlue), RECT{0, 0, 0, 0}, "9, caption");
 }
 
+// A handle is a number without sign: on x86, once GDI slots have been reused often enough, a
+// bitmap's handle has its top bit set, and that picture must still be drawn.
+TEST(ctlUniButtonImageXPDrawing, APictureWhoseHandleHasTheTopBitSetIsDrawn) {
+    const int W = 40, H = 30, p = 16;
+    const HDC screen = ::GetDC(nullptr);
+    HBITMAP bitmap = nullptr;
+    for (int i = 0; i < 100000; ++i) {
+        bitmap = ::CreateCompatibleBitmap(screen, p, p);
+        if ((reinterpret_cast<uintptr_t>(bitmap) & 0x80000000u) != 0) break;
+        ::DeleteObject(bitmap);
+        bitmap = nullptr;
+    }
+    ::ReleaseDC(nullptr, screen);
+    if (bitmap == nullptr) GTEST_SKIP() << "no bitmap handle with the top bit set came up";
+    const HDC dc = ::CreateCompatibleDC(nullptr);
+    const HGDIOBJ old = ::SelectObject(dc, bitmap);
+    const HBRUSH red = ::CreateSolidBrush(kRed);
+    RECT all{0, 0, p, p};
+    ::FillRect(dc, &all, red);
+    ::DeleteObject(red);
+    ::SelectObject(dc, old);
+    ::DeleteDC(dc);
+
+    ButtonFixture f(W, H);
+    plain(*f.button);
+    f.button->ImagePos(eubiip_Centered);
+    f.button->Picture(StdPicture::FromBitmap(bitmap, true));
+    PumpMessages();
+    expectRect(BoundsOfColor(f.hwnd(), kRed), pictureAt((W - p) / 2, (H - p) / 2), "top bit set");
+}
+
 TEST(ctlUniButtonImageXPDrawing, LargePicturesShrinkKeepingTheirAspectSmallOnesStay) {
     const int W = 40, H = 30;
     ButtonFixture f(W, H);
