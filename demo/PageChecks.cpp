@@ -98,7 +98,7 @@ public:
                            DT_SINGLELINE | DT_NOPREFIX);
         };
         const int left = 12;
-        text(u"ctlUniCheckXP: every style", left, 10, left + 185);
+        text(u"ctlUniCheckXP: styles", left, 10, left + 185);
         text(u"Scripts, alignment, colours", left + 190, 10, left + 420);
         text(u"ctlUniRadioXP: group one", left + 430, 10, left + 630);
         text(u"group two (its own container)", left + 640, 10, left + 860);
