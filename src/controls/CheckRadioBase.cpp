@@ -132,12 +132,6 @@ void CheckRadioBase::Align(int32_t value) {
     RequestDrawControl();
 }
 
-void CheckRadioBase::Tip(const CtlString& value) {
-    m_sTip = value;
-    Surface().PropertyChanged(u"Tip");
-    NotifyAccessibleEvent(EVENT_OBJECT_DESCRIPTIONCHANGE);
-}
-
 void CheckRadioBase::ShowFocus(bool value) {
     m_bShowFocus = value;
     RequestDrawControl();

@@ -38,8 +38,7 @@ public:
     int32_t Align() const noexcept { return m_iAlign; }
     void Align(int32_t value);
     bool Pressed() const noexcept { return m_bPressed; }
-    const CtlString& Tip() const noexcept { return m_sTip; }
-    void Tip(const CtlString& value);
+    using ControlFrame::Tip;
     bool ShowFocus() const noexcept { return m_bShowFocus; }
     void ShowFocus(bool value);
     using ControlFrame::ApplyFontChanges;
@@ -94,7 +93,6 @@ protected:
     void DrawControl(HDC hdc) override;
     bool RedrawsOnFocus() const override { return m_bShowFocus; }
     bool TakesFocus() const override { return true; }
-    const CtlString& TipText() const override { return m_sTip; }
     CtlString AccessibleCaption() const override { return m_sCaption; }
 
 private:
@@ -113,5 +111,4 @@ private:
     int32_t m_iStyle = -1;
     bool m_bPressed = false;
     bool m_bShowFocus = true;
-    CtlString m_sTip;
 };

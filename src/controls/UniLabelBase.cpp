@@ -194,12 +194,6 @@ void UniLabelBase::AutoSize(bool value) {
     shapeAndRedraw();
 }
 
-void UniLabelBase::Tip(const CtlString& value) {
-    m_sTip = value;
-    Surface().PropertyChanged(u"Tip");
-    NotifyAccessibleEvent(EVENT_OBJECT_DESCRIPTIONCHANGE);
-}
-
 void UniLabelBase::RoundedBorders(bool value) {
     m_bRoundedBorders = value;
     shapeAndRedraw();

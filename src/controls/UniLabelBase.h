@@ -52,8 +52,7 @@ public:
     void BorderStyle(eUniLabel_BorderStyle value);
     bool AutoSize() const noexcept { return m_bAutoSize; }
     void AutoSize(bool value);
-    const CtlString& Tip() const noexcept { return m_sTip; }
-    void Tip(const CtlString& value);
+    using ControlFrame::Tip;
     bool RoundedBorders() const noexcept { return m_bRoundedBorders; }
     void RoundedBorders(bool value);
     int32_t BackColorOut() const noexcept { return m_lBackColorOut; }
@@ -83,7 +82,6 @@ protected:
     // The shape step of ctlUniLabel: draws through a window DC when the label has a mask.
     void pvUpdateRegion();
 
-    const CtlString& TipText() const override { return m_sTip; }
     CtlString AccessibleCaption() const override { return m_sCaption; }
     void RaiseResize() override;
 
@@ -106,5 +104,4 @@ private:
     int32_t m_iStyle = 0;
     bool m_bRoundedBorders = false;
     bool m_bUseRoundRegions = false;
-    CtlString m_sTip;
 };

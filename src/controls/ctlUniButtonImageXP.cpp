@@ -201,12 +201,6 @@ void ctlUniButtonImageXP::Picture(std::shared_ptr<StdPicture> value) {
     RequestDrawControl();
 }
 
-void ctlUniButtonImageXP::Tip(const CtlString& value) {
-    m_sTip = value;
-    Surface().PropertyChanged(u"Tip");
-    NotifyAccessibleEvent(EVENT_OBJECT_DESCRIPTIONCHANGE);
-}
-
 void ctlUniButtonImageXP::RoundedBorders(bool value) {
     m_bRoundedBorders = value;
     RequestDrawControl();

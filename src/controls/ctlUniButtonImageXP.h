@@ -67,8 +67,7 @@ public:
     void Picture(std::shared_ptr<StdPicture> value);
     void Refresh() noexcept { RequestDrawControl(); }
     void ForceLostFocus();
-    const CtlString& Tip() const noexcept { return m_sTip; }
-    void Tip(const CtlString& value);
+    using ControlFrame::Tip;
     bool RoundedBorders() const noexcept { return m_bRoundedBorders; }
     void RoundedBorders(bool value);
     int32_t BackColorOut() const noexcept { return m_lBackColorOut; }
@@ -118,7 +117,6 @@ protected:
     bool RedrawsOnFocus() const override { return m_bShowFocus; }
     bool TakesFocus() const override { return true; }
     CtlString AccessibleCaption() const override { return m_sCaption; }
-    const CtlString& TipText() const override { return m_sTip; }
 
 private:
     // Toggles under Tristate, then raises Click: every way of clicking ends here.
@@ -147,7 +145,6 @@ private:
     int32_t m_lXTransp = 0;
     int32_t m_lYTransp = 0;
     int32_t m_iImagePos = eubiip_Top;
-    CtlString m_sTip;
     // Reused for the shrunk picture: the object stays, its bitmap is made anew at each drawing.
     clsMEMDC m_oResized;
     ImageButtonLayoutResult m_lastLayout;

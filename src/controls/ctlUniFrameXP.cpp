@@ -134,12 +134,6 @@ void ctlUniFrameXP::Caption(const CtlString& value) {
     RequestDrawControl();
 }
 
-void ctlUniFrameXP::Tip(const CtlString& value) {
-    m_sTip = value;
-    Surface().PropertyChanged(u"Tip");
-    NotifyAccessibleEvent(EVENT_OBJECT_DESCRIPTIONCHANGE);
-}
-
 void ctlUniFrameXP::BackColorOut(int32_t value) {
     m_lBackColorOut = value;
     RequestDrawControl();

@@ -39,8 +39,7 @@ public:
     void VistaStyle(bool value);
     const CtlString& Caption() const noexcept { return m_sCaption; }
     void Caption(const CtlString& value);
-    const CtlString& Tip() const noexcept { return m_sTip; }
-    void Tip(const CtlString& value);
+    using ControlFrame::Tip;
     int32_t BackColorOut() const noexcept { return m_lBackColorOut; }
     void BackColorOut(int32_t value);
     int32_t TitleBackColor() const noexcept { return m_lTitleBackColor; }
@@ -65,7 +64,6 @@ public:
 
 protected:
     void DrawControl(HDC hdc) override;
-    const CtlString& TipText() const override { return m_sTip; }
 
 private:
     void syncSurfaceEnabled();
@@ -81,7 +79,6 @@ private:
     int32_t m_lBackColorOut = -1;
     int32_t m_lTitleBackColor = -1;
     CtlString m_sCaption;
-    CtlString m_sTip;
     bool m_bVistaStyle = true;
     bool m_bUseShadow = false;
     bool m_bEnabled = true;

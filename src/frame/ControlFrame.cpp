@@ -264,9 +264,10 @@ void ControlFrame::ForceLostFocus() {
     RequestDrawControl();
 }
 
-const CtlString& ControlFrame::TipText() const {
-    static const CtlString none;
-    return none;
+void ControlFrame::Tip(const CtlString& value) {
+    m_sTip = value;
+    m_surface.PropertyChanged(u"Tip");
+    NotifyAccessibleEvent(EVENT_OBJECT_DESCRIPTIONCHANGE);
 }
 
 void ControlFrame::PassTip(const CtlString& tip) const {

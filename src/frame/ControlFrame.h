@@ -161,7 +161,13 @@ protected:
     bool HasFocus() const noexcept { return m_bHasFocus; }
     // The tip rule, for MouseMove and controls with zones.
     void PassTip(const CtlString& tip) const;
-    virtual const CtlString& TipText() const;
+    // Tip: the let stores it, tells the host and screen readers; no redraw. A control that has the
+    // member exposes both with `using`.
+    const CtlString& Tip() const noexcept { return m_sTip; }
+    void Tip(const CtlString& value);
+    const CtlString& TipText() const noexcept { return m_sTip; }
+    // Loading and birth set it directly, without the let's notifications.
+    CtlString m_sTip;
 
     // Start step of controls with ManualStart.
     virtual void StartControl() {}

@@ -29,7 +29,7 @@ class RowControl final : public ControlFrame {
 public:
     explicit RowControl(ControlSurface& surface) : ControlFrame(surface, nullptr) {}
     CtlString caption;
-    CtlString tip;
+    CtlString& tip = m_sTip;  // the frame keeps the tip
     std::vector<CtlString> rows;
     int32_t focusedRow = 0;
     std::vector<int32_t> selectedRows;
@@ -62,7 +62,6 @@ public:
 
 protected:
     void DrawControl(HDC) override {}
-    const CtlString& TipText() const override { return tip; }
     CtlString AccessibleCaption() const override { return caption; }
     bool TakesFocus() const override { return true; }
 };

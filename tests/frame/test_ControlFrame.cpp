@@ -18,7 +18,7 @@ public:
     int regionUpdates = 0;
     int starts = 0;
     int stops = 0;
-    CtlString tip;
+    CtlString& tip = m_sTip;  // the frame keeps the tip
     bool drawsThroughAutoRedraw = false;
     std::vector<bool> guardSeenWhileDrawing;
 
@@ -40,7 +40,6 @@ protected:
     }
     void UpdateRegion() override { ++regionUpdates; }
     bool DrawsThroughAutoRedraw() const override { return drawsThroughAutoRedraw; }
-    const CtlString& TipText() const override { return tip; }
     void StartControl() override { ++starts; }
     void StopControl() override { ++stops; }
 };
