@@ -73,4 +73,12 @@ CallResult Put(IDispatch* object, const wchar_t* name, const Var& value) {
     return Call(object, name, {value}, DISPATCH_PROPERTYPUT);
 }
 
+HWND HwndOf(IDispatch* control) {
+    const CallResult r = Call(control, L"Hwnd");
+    EXPECT_EQ(r.hr, S_OK);
+    Var copy;
+    ::VariantChangeType(&copy.v, const_cast<VARIANT*>(&r.value.v), 0, VT_I8);
+    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(copy.v.llVal));
+}
+
 }  // namespace comtest

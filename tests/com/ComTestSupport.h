@@ -100,5 +100,7 @@ CallResult Call(IDispatch* object, const wchar_t* name, std::vector<Var> args = 
                 WORD flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET);
 // Property put by name.
 CallResult Put(IDispatch* object, const wchar_t* name, const Var& value);
+// A control's window through its Hwnd method (an 8-byte handle, read whatever integer type it comes in).
+HWND HwndOf(IDispatch* control);
 
 }  // namespace comtest

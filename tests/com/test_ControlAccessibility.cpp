@@ -19,13 +19,6 @@ using testsupport::AskState;
 using testsupport::AskText;
 using testsupport::ChildId;
 
-HWND HwndOf(IDispatch* control) {
-    const CallResult r = Call(control, L"Hwnd");
-    Var copy;
-    ::VariantChangeType(&copy.v, const_cast<VARIANT*>(&r.value.v), 0, VT_I8);
-    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(copy.v.llVal));
-}
-
 struct CaptionedControl {
     const char* name;
     CLSID clsid;

@@ -51,14 +51,6 @@ void Detach(IDispatch* control) {
 
 std::u16string CaptionOf(IDispatch* control) { return Call(control, L"Caption").value.Text(); }
 
-HWND HwndOf(IDispatch* control) {
-    const CallResult r = Call(control, L"Hwnd");
-    EXPECT_EQ(r.hr, S_OK);
-    Var copy;
-    ::VariantChangeType(&copy.v, const_cast<VARIANT*>(&r.value.v), 0, VT_I8);
-    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(copy.v.llVal));
-}
-
 // A dispatch id of the control's event interface, by name.
 DISPID EventId(IDispatch* control, const GUID& events, const wchar_t* name) {
     ComPtr<ITypeInfo> info;

@@ -45,13 +45,6 @@ void Detach(IDispatch* control) {
     }
 }
 
-HWND HwndOf(IDispatch* control) {
-    const CallResult r = Call(control, L"Hwnd");
-    Var copy;
-    ::VariantChangeType(&copy.v, const_cast<VARIANT*>(&r.value.v), 0, VT_I8);
-    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(copy.v.llVal));
-}
-
 }  // namespace
 
 TEST(FrameAndTipHosting, FrameIsAContainerBoxThroughIDispatchAndTheBag) {

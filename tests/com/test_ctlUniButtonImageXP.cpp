@@ -25,13 +25,6 @@ ComPtr<I> As(IUnknown* object, REFIID iid) {
     return out;
 }
 
-HWND HwndOf(IDispatch* control) {
-    const CallResult r = Call(control, L"Hwnd");
-    Var copy;
-    ::VariantChangeType(&copy.v, const_cast<VARIANT*>(&r.value.v), 0, VT_I8);
-    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(copy.v.llVal));
-}
-
 // A set by reference, as a host assigns an object property.
 HRESULT PutRef(IDispatch* object, const wchar_t* name, Var& value) {
     DISPID id = DISPID_UNKNOWN;
